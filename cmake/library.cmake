@@ -1,0 +1,45 @@
+# The library: libmoxcore, and libmoxccq4 built twice from the same sources. The AVX2 file lies in the folder where the
+# dynamic linker looks first on a processor that has it (glibc-hwcaps), so that no dispatch code is needed.
+
+add_library(moxcore SHARED ${PROJECT_SOURCE_DIR}/frame/moxcore.cpp)
+target_include_directories(moxcore PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+
+file(GLOB MOXCC_SOURCES CONFIGURE_DEPENDS
+    frame/*.cpp models/*.cpp video/*.cpp demosaic/*.cpp tone/*.cpp math/*.cpp)
+list(FILTER MOXCC_SOURCES EXCLUDE REGEX "frame/moxcore\\.cpp$")
+
+# moxcc_library(<target> <folder below lib> <rpath to libmoxcore> <instruction set options ...>)
+function(moxcc_library target folder rpath)
+    add_library(${target} SHARED ${MOXCC_SOURCES})
+    target_include_directories(${target} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+        PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at compile
+    # time that the caller's rounding mode decides.
+    target_compile_options(${target} PRIVATE ${ARGN} -mno-fma -ffp-contract=off -frounding-math
+        $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-unsupported-floating-point-opt>)
+    target_link_libraries(${target} PRIVATE moxcore $<BUILD_INTERFACE:moxcc_warnings>)
+    set_target_properties(${target} PROPERTIES
+        OUTPUT_NAME moxccq4
+        LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib${folder}
+        BUILD_RPATH "$ORIGIN${rpath}"
+        BUILD_RPATH_USE_ORIGIN ON
+        INSTALL_RPATH "$ORIGIN${rpath}")
+endfunction()
+
+moxcc_library(moxccq4 "" "" -msse4.2)
+moxcc_library(moxccq4_v3 "/glibc-hwcaps/x86-64-v3" "/../.." -mavx2)
+add_library(moxcc::moxcc ALIAS moxccq4)
+
+foreach(target moxcore moxccq4 moxccq4_v3)
+    # Plain code that needs no C++ runtime: the C driver links it.
+    target_compile_options(${target} PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-math-errno)
+    set_target_properties(${target} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+    if(NOT MOXCC_SANITIZE)
+        set_target_properties(${target} PROPERTIES LINKER_LANGUAGE C)
+        target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-z,relro,-z,now)
+    endif()
+endforeach()

@@ -1,0 +1,13 @@
+/**
+ * @file
+ * moxCC: pixel conversions whose every output bit is defined. This header includes all others.
+ */
+#ifndef MOXCC_MOXCC_H
+#define MOXCC_MOXCC_H
+
+#include "moxcc/gray.h"
+#include "moxcc/tonemap.h"
+#include "moxcc/types.h"
+#include "moxcc/version.h"
+
+#endif

@@ -1,0 +1,74 @@
+/**
+ * @file
+ * Sample types, records and status codes shared by all functions of moxCC.
+ */
+#ifndef MOXCC_TYPES_H
+#define MOXCC_TYPES_H
+
+#include <stdint.h>
+
+/** Marks an exported function. */
+#define MOX_API __attribute__((visibility("default")))
+
+#ifdef __cplusplus
+#define MOX_EXTERN_C_BEGIN extern "C" {
+#define MOX_EXTERN_C_END   }
+#else
+#define MOX_EXTERN_C_BEGIN
+#define MOX_EXTERN_C_END
+#endif
+
+MOX_EXTERN_C_BEGIN
+
+/** @name Sample types
+ * The depth token of a function's name says which of these its samples are.
+ * @{ */
+typedef uint8_t Mox8u;   /**< 8 bits, unsigned. */
+typedef uint16_t Mox16u; /**< 16 bits, unsigned. */
+typedef int16_t Mox16s;  /**< 16 bits, signed. */
+typedef uint32_t Mox32u; /**< 32 bits, unsigned: packed v210 words. */
+typedef int32_t Mox32s;  /**< 32 bits, signed. */
+typedef float Mox32f;    /**< 32-bit IEEE float. */
+typedef double Mox64f;   /**< 64-bit IEEE float. */
+/** @} */
+
+/** The size of a region of interest, in pixels. */
+typedef struct MoxiSize {
+    int32_t width;
+    int32_t height;
+} MoxiSize;
+
+/** A region in source coordinates, in pixels. */
+typedef struct MoxiRect {
+    int32_t x;
+    int32_t y;
+    int32_t width;
+    int32_t height;
+} MoxiRect;
+
+/**
+ * The result of a function. Zero is success; a positive code is a warning: the function did what could be done; a
+ * negative code is an error: nothing has been written.
+ */
+typedef int32_t MoxStatus;
+
+/** Status codes. */
+enum {
+    moxStatusOk = 0,            /**< Success. */
+    moxStatusNoOperation = 1,   /**< The image's measure is negative: nothing was written (tone mapping). */
+    moxStatusOddSize = 35,      /**< The region holds no whole number of chroma cells: the whole ones were converted. */
+    moxStatusBadArg = -5,       /**< An unknown Bayer grid code. */
+    moxStatusBadSize = -6,      /**< A region too small, or of a size that the function does not take. */
+    moxStatusNullPtr = -8,      /**< A required pointer is null. */
+    moxStatusBadState = -13,    /**< A generator state of the wrong kind. */
+    moxStatusBadStep = -16,     /**< A step below 1, in the families that test steps. */
+    moxStatusBadDataType = -47, /**< An unknown data-type code. */
+    moxStatusBadRange = -49,    /**< An upper limit that is not above the lower limit. */
+    moxStatusBadLevels = -54,   /**< A level count below 2 or above the depth's limit. */
+    moxStatusBadNoise = -55,    /**< A noise percentage above 100. */
+    moxStatusBadDitherType = -224 /**< An unknown dither code. */
+};
+
+MOX_EXTERN_C_END
+
+#endif
