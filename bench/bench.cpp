@@ -1,0 +1,233 @@
+// moxcc_bench [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches.
+//
+// A row's contenders run as Google Benchmark repetitions in random order, so that a burst of other work on the machine
+// hits all alike; the best repetition of each counts. Times are processor time of the one thread.
+
+#include "bench/bench.h"
+
+#include <benchmark/benchmark.h>
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <regex>
+
+#include "bench/peers.h"
+
+namespace bench {
+
+std::vector<Row>& allRows() {
+    static std::vector<Row> rows;
+    return rows;
+}
+
+namespace {
+
+const std::string kSse42 = "SSE4.2", kAvx2 = "AVX2", kMemcpy = "memcpy";
+
+// Keeps the best time of each contender, in seconds.
+class BestTimes : public benchmark::BenchmarkReporter {
+  public:
+    bool ReportContext(const Context&) override { return true; }
+
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            const std::string name = run.run_name.function_name;
+            if (run.error_occurred) {
+                errors[name] = run.error_message;
+            } else if (run.run_type == Run::RT_Iteration) {
+                const double time = run.cpu_accumulated_time / double(run.iterations);
+                const auto [best, isNew] = times.emplace(name, time);
+                if (!isNew) best->second = std::min(best->second, time);
+            }
+        }
+    }
+
+    std::map<std::string, double> times;
+    std::map<std::string, std::string> errors;
+};
+
+struct LibraryFile {
+    std::string name;
+    const char* path;
+    void* handle;
+};
+
+std::vector<LibraryFile> openLibraries() {
+    std::vector<LibraryFile> files{{kSse42, MOXCC_FILE_SSE42, nullptr}, {kAvx2, MOXCC_FILE_AVX2, nullptr}};
+    if (!__builtin_cpu_supports("avx2")) files.pop_back();
+    for (LibraryFile& file : files) {
+        file.handle = dlopen(file.path, RTLD_NOW | RTLD_LOCAL);
+        if (!file.handle) {
+            std::fprintf(stderr, "moxcc_bench: %s\n", dlerror());
+            std::exit(1);
+        }
+    }
+    return files;
+}
+
+void addContender(const std::string& name, const Run& run) {
+    benchmark::RegisterBenchmark(name.c_str(), [run](benchmark::State& state) {
+        const MoxStatus status = run();
+        if (status < 0) state.SkipWithError(("status " + std::to_string(status)).c_str());
+        for (auto _ : state) run();
+    });
+}
+
+// Copies as many bytes as a conversion reads and writes: half of them read, half written.
+Run memcpyRun(const Picture& src, const Picture& dst) {
+    const size_t size = (src.bytes() + dst.bytes()) / 2;
+    const std::shared_ptr<uint8_t[]> from(new uint8_t[size]), to(new uint8_t[size]);
+    std::memset(from.get(), 1, size);
+    return [=] {
+        std::memcpy(to.get(), from.get(), size);
+        benchmark::ClobberMemory();
+        return moxStatusOk;
+    };
+}
+
+// The table: one line per row and size as soon as it is measured, and a summary at the end. The lines are also
+// Markdown.
+class Report {
+  public:
+    void header() const {
+        std::printf("| %-46s | %9s | %7s | %7s | %-38s | %6s | %6s | %6s |\n", "MPix/s, best of the run", "size",
+                    "SSE4.2", "AVX2", "peers", "SSE4.2", "AVX2", "AVX2 /");
+        std::printf("| %-46s | %9s | %7s | %7s | %-38s | %6s | %6s | %6s |\n", "", "", "", "", "", "/ best", "/ best",
+                    "memcpy");
+        std::printf("|%s|%s|%s|%s|%s|%s|%s|%s|\n", std::string(48, '-').c_str(), std::string(11, '-').c_str(),
+                    std::string(9, '-').c_str(), std::string(9, '-').c_str(), std::string(40, '-').c_str(),
+                    std::string(8, '-').c_str(), std::string(8, '-').c_str(), std::string(8, '-').c_str());
+    }
+
+    void line(const Row& row, MoxiSize size, const BestTimes& best) {
+        const double pixels = double(size.width) * size.height;
+        const auto time = [&](const std::string& name) {
+            const auto found = best.times.find(name);
+            return found == best.times.end() ? NAN : found->second;
+        };
+        const auto speed = [&](const std::string& name) { return text("%.0f", pixels / time(name) * 1e-6); };
+
+        double peer = NAN;
+        std::string peers;
+        for (const auto& [name, t] : best.times) {
+            if (name == kSse42 || name == kAvx2 || name == kMemcpy) continue;
+            peers += (peers.empty() ? "" : ", ") + name + " " + speed(name);
+            peer = std::fmin(peer, t);
+        }
+        const std::string sizeText = std::to_string(size.width) + "x" + std::to_string(size.height);
+        std::printf("| %-46s | %9s | %7s | %7s | %-38s | %6s | %6s | %6s |\n", row.name.c_str(), sizeText.c_str(),
+                    speed(kSse42).c_str(), speed(kAvx2).c_str(), peers.c_str(),
+                    text("%.2f", peer / time(kSse42)).c_str(), text("%.2f", peer / time(kAvx2)).c_str(),
+                    text("%.0f%%", 100 * time(kMemcpy) / time(kAvx2)).c_str());
+        if (!best.errors.empty()) {
+            std::printf("   ");
+            for (const auto& [name, error] : best.errors) std::printf(" %s: %s;", name.c_str(), error.c_str());
+            std::printf("\n");
+        }
+        std::fflush(stdout);
+
+        failed_ = failed_ || !best.errors.empty();
+        const double ratio = peer / time(kAvx2);
+        if (std::isnan(ratio)) return;
+        logSum_ += std::log(ratio);
+        ++compared_;
+        if (ratio < 1) slower_.push_back(row.name + " " + sizeText + " " + text("%.2f", ratio));
+    }
+
+    bool summary() const {
+        if (compared_ > 0) {
+            std::printf("\n%d rows with a peer: AVX2 is %.2f times the best peer in the geometric mean", compared_,
+                        std::exp(logSum_ / compared_));
+            std::printf(slower_.empty() ? ", slower in none\n" : ", slower in %zu:\n", slower_.size());
+            for (const std::string& row : slower_) std::printf("    %s\n", row.c_str());
+        }
+        return !failed_;
+    }
+
+  private:
+    static std::string text(const char* format, double value) {
+        if (std::isnan(value)) return "-";
+        char buffer[32];
+        std::snprintf(buffer, sizeof buffer, format, value);
+        return buffer;
+    }
+
+    double logSum_ = 0;
+    int compared_ = 0;
+    std::vector<std::string> slower_;
+    bool failed_ = false;
+};
+
+void measure(const Row& row, MoxiSize size, const std::vector<LibraryFile>& files, Report& report) {
+    Picture src(row.src, size), dst(row.dst, size);
+    row.fill(src);
+    row.fill(dst);  // the source of a form that works in place
+
+    BestTimes best;
+    benchmark::ClearRegisteredBenchmarks();
+    for (const LibraryFile& file : files) {
+        if (void* symbol = dlsym(file.handle, row.name.c_str())) {
+            addContender(file.name, row.prepare(symbol, src, dst));
+        } else {
+            best.errors[file.name] = "not in this library file";
+        }
+    }
+    for (const Peer& peer : row.peers) addContender(peer.name, peer.prepare(src, dst));
+    addContender(kMemcpy, memcpyRun(src, dst));
+    benchmark::RunSpecifiedBenchmarks(&best, "all");
+    report.line(row, size, best);
+}
+
+int benchMain(int argc, char** argv) {
+    // Defaults that the command line may override.
+    std::vector<char*> arguments{argv[0]};
+    std::string defaults[] = {"--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=15",
+                              "--benchmark_min_time=0.01"};
+    for (std::string& flag : defaults) arguments.push_back(flag.data());
+    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    int count = int(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+
+    std::regex wanted(".");
+    std::vector<MoxiSize> sizes;
+    for (int i = 1; i < count; ++i) {
+        MoxiSize size;
+        int length = 0;
+        if (std::sscanf(arguments[size_t(i)], "%dx%d%n", &size.width, &size.height, &length) == 2 &&
+            arguments[size_t(i)][length] == 0 && size.width > 0 && size.height > 0) {
+            sizes.push_back(size);
+        } else {
+            wanted = std::regex(arguments[size_t(i)]);
+        }
+    }
+    if (sizes.empty()) sizes = {{1280, 720}};
+
+#if MOXCC_BENCH_OPENCV
+    cv::setNumThreads(1);
+#endif
+    const std::vector<LibraryFile> files = openLibraries();
+    Report report;
+    report.header();
+    for (const Row& row : allRows()) {
+        if (!std::regex_search(row.name, wanted)) continue;
+        for (const MoxiSize size : sizes) measure(row, size, files, report);
+    }
+    return report.summary() ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace bench
+
+int main(int argc, char** argv) {
+    try {
+        return bench::benchMain(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "moxcc_bench: %s\n", error.what());
+        return 2;
+    }
+}
