@@ -1,0 +1,151 @@
+// The one pixel loop: a layout read, a rule applied, a layout written, over the columns of a row; and the walk over
+// rows.
+//
+// A family's table names the parts of each row kernel in a line:
+//
+//     using innerX = Split<C3<Mox8u>, C1<Mox8u>, 4, On<U16, VectorRule>, On<I32, TailRule>>;
+//
+// and an entry runs it over a picture: eachRow(innerX{...}, image(src, srcStep), image(dst, dstStep), roiSize).
+#pragma once
+
+#include <cstring>
+
+#include "frame/layout.h"
+#include "moxcc/types.h"
+
+namespace q4 {
+
+// ---- columns of one row
+// -------------------------------------------------------------------------------------------------
+
+/// Pixels of a block: those whose narrowest samples fill a vector.
+template <class Src, class Dst>
+inline constexpr int blockPixels = vectorBytes / int(sizeof(typename Src::Sample) < sizeof(typename Dst::Sample)
+                                                         ? sizeof(typename Src::Sample)
+                                                         : sizeof(typename Dst::Sample));
+
+/// Rows of one block outside the picture, to work on columns that do not fill a block.
+template <class Layout, int N>
+struct Staging {
+    alignas(vectorBytes) uint8_t bytes[Layout::planes][size_t(Layout::bytes(0, N))] = {};
+
+    DstRows<Layout::planes> rows() {
+        DstRows<Layout::planes> r;
+        for (int i = 0; i < Layout::planes; ++i) r.p[i] = bytes[i];
+        return r;
+    }
+    template <class Byte>
+    void fill(const RowsOf<Byte, Layout::planes>& from, ptrdiff_t x, ptrdiff_t n) {
+        for (int i = 0; i < Layout::planes; ++i)
+            std::memcpy(bytes[i], from.p[i] + Layout::bytes(i, x), size_t(Layout::bytes(i, n)));
+    }
+    void drain(const DstRows<Layout::planes>& to, ptrdiff_t x, ptrdiff_t n) const {
+        for (int i = 0; i < Layout::planes; ++i)
+            std::memcpy(to.p[i] + Layout::bytes(i, x), bytes[i], size_t(Layout::bytes(i, n)));
+    }
+};
+
+template <int n>
+MOX_INLINE SrcRows<n> readOnly(const DstRows<n>& rows) {
+    SrcRows<n> r;
+    for (int i = 0; i < n; ++i) r.p[i] = rows.p[i];
+    return r;
+}
+
+/// Applies a rule to columns x to end - 1 of a row.
+template <class Src, class Dst, class Rule>
+MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x, ptrdiff_t end,
+                     const Rule& rule) {
+    constexpr int N = blockPixels<Src, Dst>;
+    const auto block = [&](const SrcRows<Src::planes>& from, const DstRows<Dst::planes>& to, ptrdiff_t at) {
+        Dst::template store<N>(to, at, rule.template apply<typename Dst::Sample>(Src::template load<N>(from, at)));
+    };
+    for (; x + N <= end; x += N) block(src, dst, x);
+    if (x < end) {  // the last columns, by the same code on a copy, so that nothing beyond the row is touched
+        Staging<Src, N> in;
+        Staging<Dst, N> out;
+        in.fill(src, x, end - x);
+        if constexpr (Dst::keepsOld) out.fill(dst, x, end - x);
+        block(readOnly(in.rows()), out.rows(), 0);
+        out.drain(dst, x, end - x);
+    }
+}
+
+/// A row kernel with one rule for all columns.
+template <class Src_, class Dst_, class Rule>
+struct AllColumns {
+    using Src = Src_;
+    using Dst = Dst_;
+    Rule rule;
+    MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+        span<Src, Dst>(src, dst, 0, width, rule);
+    }
+};
+
+/// A row kernel with one rule for the columns below the width rounded down to a multiple of `group`, and another for
+/// the rest. The two need not agree to the last bit, which makes the split part of the result.
+template <class Src_, class Dst_, int group, class Body, class Tail>
+struct Split {
+    using Src = Src_;
+    using Dst = Dst_;
+    Body body;
+    Tail tail;
+    MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+        const ptrdiff_t limit = width & -group;
+        span<Src, Dst>(src, dst, 0, limit, body);
+        span<Src, Dst>(src, dst, limit, width, tail);
+    }
+};
+
+// ---- rows of a picture ----------------------------------------------------------------------------------------------
+
+/// A picture in memory: the start of each plane's first row, and the distance to the next. Any step will do, zero and
+/// negative ones included.
+template <class Byte, int n>
+struct Image {
+    Byte* base[n];
+    ptrdiff_t step[n];
+
+    MOX_INLINE RowsOf<Byte, n> row(ptrdiff_t y) const {
+        RowsOf<Byte, n> r;
+        for (int i = 0; i < n; ++i) r.p[i] = base[i] + y * step[i];
+        return r;
+    }
+};
+
+template <class T>
+using ByteOf = std::conditional_t<std::is_const_v<T>, const uint8_t, uint8_t>;
+
+template <class T>
+MOX_INLINE Image<ByteOf<T>, 1> image(T* pixels, ptrdiff_t step) {
+    return {{reinterpret_cast<ByteOf<T>*>(pixels)}, {step}};
+}
+/// n planes that share one step.
+template <int n, class T>
+MOX_INLINE Image<ByteOf<T>, n> image(T* const* planes, ptrdiff_t step) {
+    Image<ByteOf<T>, n> result;
+    for (int i = 0; i < n; ++i) result.base[i] = reinterpret_cast<ByteOf<T>*>(planes[i]), result.step[i] = step;
+    return result;
+}
+/// n planes with a step each.
+template <int n, class T>
+MOX_INLINE Image<ByteOf<T>, n> image(T* const* planes, const int32_t* steps) {
+    Image<ByteOf<T>, n> result;
+    for (int i = 0; i < n; ++i) result.base[i] = reinterpret_cast<ByteOf<T>*>(planes[i]), result.step[i] = steps[i];
+    return result;
+}
+
+/// A byte step rounded down to whole samples, for the families that count steps in samples.
+template <class T>
+MOX_INLINE ptrdiff_t wholeSamples(int32_t step) {
+    return step & -ptrdiff_t(sizeof(T));
+}
+
+/// Runs a row kernel over all rows.
+template <class Kernel>
+inline void eachRow(const Kernel& kernel, const Image<const uint8_t, Kernel::Src::planes>& src,
+                    const Image<uint8_t, Kernel::Dst::planes>& dst, MoxiSize size) {
+    for (ptrdiff_t y = 0; y < size.height; ++y) kernel.row(src.row(y), dst.row(y), size.width);
+}
+
+}  // namespace q4

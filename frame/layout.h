@@ -1,0 +1,126 @@
+// How pixels lie in memory: each layout reads a block of them from its rows and writes one.
+//
+// A layout says how many row pointers it has (planes), how many bytes of each its n pixels take (bytes), and loads and
+// stores a block of N pixels at column x. A layout that keeps part of what a row held (the alpha of AC4) reads the row
+// when it stores.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "frame/block.h"
+#include "simd/interleave.h"
+
+namespace q4 {
+
+/// Pointers to the starts of the rows that a layout works on at a time.
+template <class Byte, int n>
+struct RowsOf {
+    Byte* p[n];
+};
+template <int n>
+using SrcRows = RowsOf<const uint8_t, n>;
+template <int n>
+using DstRows = RowsOf<uint8_t, n>;
+
+/// C interleaved samples a pixel, of which the first `used` carry colour; the others are not read, and keep what they
+/// held.
+template <class T, int C, int used = C>
+struct Interleaved {
+    using Sample = T;
+    static constexpr int planes = 1;
+    static constexpr int channels = used;
+    static constexpr bool keepsOld = used != C;
+    static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * C * ptrdiff_t(sizeof(T)); }
+
+    template <int N>
+    static constexpr int laneStride = N / lanes* C* int(sizeof(T));
+    static constexpr ptrdiff_t vectorStride = 16 * C;
+
+    template <int N>
+    MOX_INLINE static Block<T, used, N> load(const SrcRows<1>& rows, ptrdiff_t x) {
+        const uint8_t* p = rows.p[0] + bytes(0, x);
+        Block<T, used, N> block;
+        for (int j = 0; j < block.c[0].vectors; ++j, p += vectorStride) {
+            Vec<T> reg[C];
+            for (int i = 0; i < C; ++i) reg[i] = q4::load<Vec<T>, laneStride<N>>(p + 16 * i);
+            if constexpr (C > 1) deinterleave(reg, reg);
+            for (int c = 0; c < used; ++c) block.c[c].v[j] = reg[c];
+        }
+        return block;
+    }
+
+    template <int N>
+    MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const Block<T, used, N>& block) {
+        uint8_t* p = rows.p[0] + bytes(0, x);
+        for (int j = 0; j < block.c[0].vectors; ++j, p += vectorStride) {
+            Vec<T> channel[C], reg[C];
+            for (int c = 0; c < C; ++c) channel[c] = c < used ? block.c[c].v[j] : zero<Vec<T>>();
+            if constexpr (C > 1)
+                interleave(channel, reg);
+            else
+                reg[0] = channel[0];
+            for (int i = 0; i < C; ++i) {
+                if constexpr (keepsOld) {
+                    const Vec<T> old = q4::load<Vec<T>, laneStride<N>>(p + 16 * i);
+                    reg[i] = select(fourthMask<T>(i * laneElements<T>), old, reg[i]);
+                }
+                q4::store<laneStride<N>>(p + 16 * i, reg[i]);
+            }
+        }
+    }
+};
+
+template <class T>
+using C1 = Interleaved<T, 1>;
+template <class T>
+using C3 = Interleaved<T, 3>;
+template <class T>
+using C4 = Interleaved<T, 4>;
+/// Four samples a pixel, the fourth an alpha that is not read and keeps what it held.
+template <class T>
+using AC4 = Interleaved<T, 4, 3>;
+
+/// One plane a channel.
+template <class T, int C>
+struct Planar {
+    using Sample = T;
+    static constexpr int planes = C;
+    static constexpr int channels = C;
+    static constexpr bool keepsOld = false;
+    static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * ptrdiff_t(sizeof(T)); }
+
+    template <int N>
+    MOX_INLINE static Block<T, C, N> load(const SrcRows<C>& rows, ptrdiff_t x) {
+        Block<T, C, N> block;
+        for (int c = 0; c < C; ++c) block.c[c] = C1<T>::template load<N>({{rows.p[c]}}, x).c[0];
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static void store(const DstRows<C>& rows, ptrdiff_t x, const Block<T, C, N>& block) {
+        for (int c = 0; c < C; ++c) C1<T>::template store<N>({{rows.p[c]}}, x, {{block.c[c]}});
+    }
+};
+
+template <class T>
+using P3 = Planar<T, 3>;
+template <class T>
+using P4 = Planar<T, 4>;
+
+/// A layout with channels 0 and 2 exchanged: rules see R, G, B where memory holds B, G, R.
+template <class Layout>
+struct Reversed : Layout {
+    template <int N>
+    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+        auto block = Layout::template load<N>(rows, x);
+        std::swap(block.c[0], block.c[2]);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, auto block) {
+        std::swap(block.c[0], block.c[2]);
+        Layout::template store<N>(rows, x, block);
+    }
+};
+
+}  // namespace q4

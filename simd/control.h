@@ -1,0 +1,37 @@
+// The floating-point control words of the calling thread, and conversions of single values. The compiler knows nothing
+// of the control words: code that is to run under a changed one stands in a noinline function of its own, so that no
+// operation moves across the change.
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstdint>
+
+namespace q4 {
+
+inline constexpr uint32_t mxcsrRoundMask = 0x6000;  // 0 is to nearest
+inline constexpr uint32_t mxcsrFlushToZero = 0x8000;
+inline constexpr uint32_t mxcsrDenormalsAreZero = 0x0040;
+inline constexpr uint32_t mxcsrAllMasked = 0x1F80;
+inline constexpr uint32_t mxcsrFlags = 0x003F;
+
+inline uint32_t readMxcsr() { return _mm_getcsr(); }
+inline void writeMxcsr(uint32_t word) { _mm_setcsr(word); }
+
+inline uint16_t readX87Control() {
+    uint16_t word;
+    __asm__ volatile("fnstcw %0" : "=m"(word));
+    return word;
+}
+inline void writeX87Control(uint16_t word) { __asm__ volatile("fldcw %0" : : "m"(word)); }
+
+// By the same instructions as the vectors: values out of range and NaNs give -2147483648.
+
+/// In the rounding mode of the control word.
+inline int32_t nearest(float v) { return _mm_cvtss_si32(_mm_set_ss(v)); }
+inline int32_t truncate(float v) { return _mm_cvttss_si32(_mm_set_ss(v)); }
+inline int32_t truncate(double v) { return _mm_cvttsd_si32(_mm_set_sd(v)); }
+/// The processor's approximate reciprocal, RCPSS, which gives what RCPPS gives.
+inline float rcp(float v) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(v))); }
+
+}  // namespace q4

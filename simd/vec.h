@@ -1,0 +1,454 @@
+// Vectors of samples, 16 bytes wide at SSE4.2 and 32 at AVX2, from one source.
+//
+// A 256-bit vector is two independent 128-bit lanes: every operation here is lane-local, so that code written for one
+// lane serves both. A lane of a block holds consecutive pixels; the load and store functions say where each lane lies
+// in memory. Unpacking, then packing in the same order, gives the pixels back in their order at either width.
+//
+// This folder alone spells intrinsics. Every function is one instruction or a short fixed sequence.
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+namespace q4 {
+
+#if defined(__AVX2__)
+#define MOX_MM(op)                          _mm256_##op
+#define MOX_SI(op)                          _mm256_##op##_si256
+#define MOX_CMP(type, a, b, sse, predicate) _mm256_cmp_##type(a, b, predicate)
+using RegI = __m256i;
+using RegF = __m256;
+using RegD = __m256d;
+inline constexpr int lanes = 2;
+#else
+#define MOX_MM(op)                          _mm_##op
+#define MOX_SI(op)                          _mm_##op##_si128
+#define MOX_CMP(type, a, b, sse, predicate) _mm_cmp##sse##_##type(a, b)
+using RegI = __m128i;
+using RegF = __m128;
+using RegD = __m128d;
+inline constexpr int lanes = 1;
+#endif
+
+inline constexpr int vectorBytes = 16 * lanes;
+
+#define MOX_INLINE [[gnu::always_inline]] inline
+
+// ---- types ----------------------------------------------------------------------------------------------------------
+
+template <class T>
+struct RegisterOf {
+    using Type = RegI;
+};
+template <>
+struct RegisterOf<float> {
+    using Type = RegF;
+};
+template <>
+struct RegisterOf<double> {
+    using Type = RegD;
+};
+
+/// A vector of samples of type T.
+template <class T>
+struct Vec {
+    using Sample = T;
+    using Reg = typename RegisterOf<T>::Type;
+    static constexpr int count = vectorBytes / int(sizeof(T));
+    Reg r;
+};
+
+using U8 = Vec<uint8_t>;
+using I8 = Vec<int8_t>;
+using U16 = Vec<uint16_t>;
+using I16 = Vec<int16_t>;
+using U32 = Vec<uint32_t>;
+using I32 = Vec<int32_t>;
+using F32 = Vec<float>;
+using F64 = Vec<double>;
+
+/// The same bits as another vector type.
+template <class To, class T>
+MOX_INLINE To as(Vec<T> v) {
+    return {(typename To::Reg)(v.r)};
+}
+
+// ---- constants ------------------------------------------------------------------------------------------------------
+
+template <class V>
+MOX_INLINE V splat(typename V::Sample x) {
+    if constexpr (std::is_same_v<V, F32>)
+        return {MOX_MM(set1_ps)(x)};
+    else if constexpr (std::is_same_v<V, F64>)
+        return {MOX_MM(set1_pd)(x)};
+    else if constexpr (sizeof(x) == 1)
+        return {MOX_MM(set1_epi8)(char(x))};
+    else if constexpr (sizeof(x) == 2)
+        return {MOX_MM(set1_epi16)(short(x))};
+    else
+        return {MOX_MM(set1_epi32)(int(x))};
+}
+
+template <class V>
+MOX_INLINE V zero() {
+    return as<V>(I32{MOX_SI(setzero)()});
+}
+
+/// The same 16 bytes in every lane.
+template <class V>
+MOX_INLINE V splatLane(__m128i lane) {
+#if defined(__AVX2__)
+    return as<V>(I32{_mm256_broadcastsi128_si256(lane)});
+#else
+    return as<V>(I32{lane});
+#endif
+}
+
+/// A shuffle or mask pattern of 16 bytes, the same in every lane.
+template <class V = U8, class... B>
+MOX_INLINE V pattern(B... bytes) {
+    static_assert(sizeof...(B) == 16);
+    return splatLane<V>(_mm_setr_epi8(char(bytes)...));
+}
+
+// ---- memory ---------------------------------------------------------------------------------------------------------
+
+MOX_INLINE __m128i load128(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
+MOX_INLINE __m128i load64(const void* p) { return _mm_loadl_epi64(static_cast<const __m128i*>(p)); }
+MOX_INLINE __m128i load32(const void* p) {
+    int32_t x;
+    std::memcpy(&x, p, 4);
+    return _mm_cvtsi32_si128(x);
+}
+MOX_INLINE void store128(void* p, __m128i r) { _mm_storeu_si128(static_cast<__m128i*>(p), r); }
+MOX_INLINE void store64(void* p, __m128i r) { _mm_storel_epi64(static_cast<__m128i*>(p), r); }
+MOX_INLINE void store32(void* p, __m128i r) {
+    const int32_t x = _mm_cvtsi128_si32(r);
+    std::memcpy(p, &x, 4);
+}
+
+/// One lane of a vector.
+template <int lane, class T>
+MOX_INLINE __m128i laneOf(Vec<T> v) {
+    static_assert(lane < lanes);
+#if defined(__AVX2__)
+    return _mm256_extracti128_si256(as<I32>(v).r, lane);
+#else
+    return as<I32>(v).r;
+#endif
+}
+
+/// A vector of its lanes, of which it takes the first one or both.
+template <class V>
+MOX_INLINE V fromLanes(__m128i lane0, [[maybe_unused]] __m128i lane1) {
+#if defined(__AVX2__)
+    return as<V>(I32{_mm256_inserti128_si256(_mm256_castsi128_si256(lane0), lane1, 1)});
+#else
+    return as<V>(I32{lane0});
+#endif
+}
+
+// The lane l of a load or store starts at p + l * laneBytes.
+
+/// 16 bytes a lane.
+template <class V, int laneBytes = 16>
+MOX_INLINE V load(const void* p) {
+    if constexpr (lanes == 1 || laneBytes == 16)
+        return as<V>(I32{MOX_SI(loadu)(static_cast<const RegI*>(p))});
+    else
+        return fromLanes<V>(load128(p), load128(static_cast<const uint8_t*>(p) + laneBytes));
+}
+/// 8 bytes into the low half of each lane, the rest 0.
+template <class V, int laneBytes = 8>
+MOX_INLINE V loadHalf(const void* p) {
+    if constexpr (lanes == 1)
+        return fromLanes<V>(load64(p), __m128i{});
+    else
+        return fromLanes<V>(load64(p), load64(static_cast<const uint8_t*>(p) + laneBytes));
+}
+/// 4 bytes into the low quarter of each lane, the rest 0.
+template <class V, int laneBytes = 4>
+MOX_INLINE V loadQuarter(const void* p) {
+    if constexpr (lanes == 1)
+        return fromLanes<V>(load32(p), __m128i{});
+    else
+        return fromLanes<V>(load32(p), load32(static_cast<const uint8_t*>(p) + laneBytes));
+}
+/// 16 bytes a lane.
+template <int laneBytes = 16, class T>
+MOX_INLINE void store(void* p, Vec<T> v) {
+    if constexpr (lanes == 1 || laneBytes == 16) {
+        MOX_SI(storeu)(static_cast<RegI*>(p), as<I32>(v).r);
+    } else {
+        store128(p, laneOf<0>(v));
+        store128(static_cast<uint8_t*>(p) + laneBytes, laneOf<lanes - 1>(v));
+    }
+}
+/// The low 8 bytes of each lane.
+template <int laneBytes = 8, class T>
+MOX_INLINE void storeHalf(void* p, Vec<T> v) {
+    store64(p, laneOf<0>(v));
+    if constexpr (lanes == 2) store64(static_cast<uint8_t*>(p) + laneBytes, laneOf<lanes - 1>(v));
+}
+/// The low 4 bytes of each lane.
+template <int laneBytes = 4, class T>
+MOX_INLINE void storeQuarter(void* p, Vec<T> v) {
+    store32(p, laneOf<0>(v));
+    if constexpr (lanes == 2) store32(static_cast<uint8_t*>(p) + laneBytes, laneOf<lanes - 1>(v));
+}
+/// A store past the cache; p is aligned to the vector. A run of these ends with storeFence().
+template <class T>
+MOX_INLINE void stream(void* p, Vec<T> v) {
+    MOX_SI(stream)(static_cast<RegI*>(p), as<I32>(v).r);
+}
+MOX_INLINE void storeFence() { _mm_sfence(); }
+
+/// The table entries that the indices name.
+MOX_INLINE F32 gather(const float* table, I32 index) {
+#if defined(__AVX2__)
+    return {_mm256_i32gather_ps(table, index.r, 4)};
+#else
+    return {_mm_setr_ps(table[_mm_extract_epi32(index.r, 0)], table[_mm_extract_epi32(index.r, 1)],
+                        table[_mm_extract_epi32(index.r, 2)], table[_mm_extract_epi32(index.r, 3)])};
+#endif
+}
+
+// ---- bits -----------------------------------------------------------------------------------------------------------
+
+template <class T>
+MOX_INLINE Vec<T> operator&(Vec<T> a, Vec<T> b) {
+    return as<Vec<T>>(I32{MOX_SI(and)(as<I32>(a).r, as<I32>(b).r)});
+}
+template <class T>
+MOX_INLINE Vec<T> operator|(Vec<T> a, Vec<T> b) {
+    return as<Vec<T>>(I32{MOX_SI(or)(as<I32>(a).r, as<I32>(b).r)});
+}
+template <class T>
+MOX_INLINE Vec<T> operator^(Vec<T> a, Vec<T> b) {
+    return as<Vec<T>>(I32{MOX_SI(xor)(as<I32>(a).r, as<I32>(b).r)});
+}
+/// The bits of b that the mask does not have.
+template <class T>
+MOX_INLINE Vec<T> andNot(Vec<T> mask, Vec<T> b) {
+    return as<Vec<T>>(I32{MOX_SI(andnot)(as<I32>(mask).r, as<I32>(b).r)});
+}
+/// yes where the mask is set, no elsewhere: by the top bit of each byte, of each element for floats.
+template <class T>
+MOX_INLINE Vec<T> select(Vec<T> mask, Vec<T> yes, Vec<T> no) {
+    return {MOX_MM(blendv_epi8)(no.r, yes.r, mask.r)};
+}
+MOX_INLINE F32 select(F32 mask, F32 yes, F32 no) { return {MOX_MM(blendv_ps)(no.r, yes.r, mask.r)}; }
+MOX_INLINE F64 select(F64 mask, F64 yes, F64 no) { return {MOX_MM(blendv_pd)(no.r, yes.r, mask.r)}; }
+
+/// In each lane, the 16-bit elements of b where the mask's bit is set, those of a elsewhere.
+template <int mask, class T>
+MOX_INLINE Vec<T> blend16(Vec<T> a, Vec<T> b) {
+    return as<Vec<T>>(I32{MOX_MM(blend_epi16)(as<I32>(a).r, as<I32>(b).r, mask)});
+}
+
+/// True if any byte's top bit is set; of floats, any element's sign.
+template <class T>
+MOX_INLINE bool any(Vec<T> mask) {
+    return MOX_MM(movemask_epi8)(mask.r) != 0;
+}
+MOX_INLINE bool any(F32 mask) { return MOX_MM(movemask_ps)(mask.r) != 0; }
+MOX_INLINE bool any(F64 mask) { return MOX_MM(movemask_pd)(mask.r) != 0; }
+
+// ---- order of elements, within each lane
+// -----------------------------------------------------------------------------
+
+/// Byte i of the result is byte order[i] of v, or 0 where the top bit of order[i] is set.
+template <class T>
+MOX_INLINE Vec<T> shuffle(Vec<T> v, U8 order) {
+    return as<Vec<T>>(U8{MOX_MM(shuffle_epi8)(as<U8>(v).r, order.r)});
+}
+/// The 32-bit elements a, b, c, d of each lane.
+template <int a, int b, int c, int d, class T>
+MOX_INLINE Vec<T> shuffle32(Vec<T> v) {
+    return as<Vec<T>>(I32{MOX_MM(shuffle_epi32)(as<I32>(v).r, a | b << 2 | c << 4 | d << 6)});
+}
+/// Elements of a and b in turn, from the low or the high halves of their lanes.
+template <int bits, class T>
+MOX_INLINE Vec<T> unpackLo(Vec<T> a, Vec<T> b) {
+    const RegI x = as<I32>(a).r, y = as<I32>(b).r;
+    if constexpr (bits == 8) return as<Vec<T>>(I32{MOX_MM(unpacklo_epi8)(x, y)});
+    if constexpr (bits == 16) return as<Vec<T>>(I32{MOX_MM(unpacklo_epi16)(x, y)});
+    if constexpr (bits == 32) return as<Vec<T>>(I32{MOX_MM(unpacklo_epi32)(x, y)});
+    if constexpr (bits == 64) return as<Vec<T>>(I32{MOX_MM(unpacklo_epi64)(x, y)});
+}
+template <int bits, class T>
+MOX_INLINE Vec<T> unpackHi(Vec<T> a, Vec<T> b) {
+    const RegI x = as<I32>(a).r, y = as<I32>(b).r;
+    if constexpr (bits == 8) return as<Vec<T>>(I32{MOX_MM(unpackhi_epi8)(x, y)});
+    if constexpr (bits == 16) return as<Vec<T>>(I32{MOX_MM(unpackhi_epi16)(x, y)});
+    if constexpr (bits == 32) return as<Vec<T>>(I32{MOX_MM(unpackhi_epi32)(x, y)});
+    if constexpr (bits == 64) return as<Vec<T>>(I32{MOX_MM(unpackhi_epi64)(x, y)});
+}
+/// Bytes n to n + 15 of each lane's 32 bytes low, high.
+template <int n, class T>
+MOX_INLINE Vec<T> alignBytes(Vec<T> high, Vec<T> low) {
+    return as<Vec<T>>(I32{MOX_MM(alignr_epi8)(as<I32>(high).r, as<I32>(low).r, n)});
+}
+/// Each lane moved towards higher or lower addresses by n bytes, filled with 0.
+template <int n, class T>
+MOX_INLINE Vec<T> bytesUp(Vec<T> v) {
+    return as<Vec<T>>(I32{MOX_SI(slli)(as<I32>(v).r, n)});
+}
+template <int n, class T>
+MOX_INLINE Vec<T> bytesDown(Vec<T> v) {
+    return as<Vec<T>>(I32{MOX_SI(srli)(as<I32>(v).r, n)});
+}
+
+// ---- widening and narrowing, within each lane
+// ------------------------------------------------------------------------
+
+MOX_INLINE U16 widenLo(U8 v) { return {MOX_MM(unpacklo_epi8)(v.r, MOX_SI(setzero)())}; }
+MOX_INLINE U16 widenHi(U8 v) { return {MOX_MM(unpackhi_epi8)(v.r, MOX_SI(setzero)())}; }
+MOX_INLINE I32 widenLo(U16 v) { return {MOX_MM(unpacklo_epi16)(v.r, MOX_SI(setzero)())}; }
+MOX_INLINE I32 widenHi(U16 v) { return {MOX_MM(unpackhi_epi16)(v.r, MOX_SI(setzero)())}; }
+MOX_INLINE I32 widenLo(I16 v) { return {MOX_MM(srai_epi32)(MOX_MM(unpacklo_epi16)(v.r, v.r), 16)}; }
+MOX_INLINE I32 widenHi(I16 v) { return {MOX_MM(srai_epi32)(MOX_MM(unpackhi_epi16)(v.r, v.r), 16)}; }
+// Saturating.
+MOX_INLINE U8 narrowU8(I16 lo, I16 hi) { return {MOX_MM(packus_epi16)(lo.r, hi.r)}; }
+MOX_INLINE I8 narrowI8(I16 lo, I16 hi) { return {MOX_MM(packs_epi16)(lo.r, hi.r)}; }
+MOX_INLINE I16 narrowI16(I32 lo, I32 hi) { return {MOX_MM(packs_epi32)(lo.r, hi.r)}; }
+MOX_INLINE U16 narrowU16(I32 lo, I32 hi) { return {MOX_MM(packus_epi32)(lo.r, hi.r)}; }
+
+// ---- arithmetic
+// ------------------------------------------------------------------------------------------------------
+
+#define MOX_BINARY(V, function, name) \
+    MOX_INLINE V function(V a, V b) { return {MOX_MM(name)(a.r, b.r)}; }
+
+// Sums, differences and products of integers wrap; adds and subs saturate; avg is (a + b + 1) >> 1. Comparisons give
+// masks of all ones or all zeros.
+MOX_BINARY(U8, operator+, add_epi8)
+MOX_BINARY(U8, operator-, sub_epi8)
+MOX_BINARY(U8, adds, adds_epu8)
+MOX_BINARY(U8, subs, subs_epu8)
+MOX_BINARY(U8, avg, avg_epu8)
+MOX_BINARY(U8, min, min_epu8)
+MOX_BINARY(U8, max, max_epu8)
+MOX_BINARY(U8, eq, cmpeq_epi8)
+MOX_BINARY(I8, operator+, add_epi8)
+MOX_BINARY(I8, operator-, sub_epi8)
+MOX_BINARY(I8, eq, cmpeq_epi8)
+MOX_BINARY(I8, gt, cmpgt_epi8)
+
+MOX_BINARY(U16, operator+, add_epi16)
+MOX_BINARY(U16, operator-, sub_epi16)
+MOX_BINARY(U16, operator*, mullo_epi16)
+MOX_BINARY(U16, adds, adds_epu16)
+MOX_BINARY(U16, subs, subs_epu16)
+MOX_BINARY(U16, avg, avg_epu16)
+MOX_BINARY(U16, min, min_epu16)
+MOX_BINARY(U16, max, max_epu16)
+MOX_BINARY(U16, eq, cmpeq_epi16)
+MOX_BINARY(U16, mulHi, mulhi_epu16)  // (a * b) >> 16, unsigned
+
+MOX_BINARY(I16, operator+, add_epi16)
+MOX_BINARY(I16, operator-, sub_epi16)
+MOX_BINARY(I16, operator*, mullo_epi16)
+MOX_BINARY(I16, adds, adds_epi16)
+MOX_BINARY(I16, subs, subs_epi16)
+MOX_BINARY(I16, min, min_epi16)
+MOX_BINARY(I16, max, max_epi16)
+MOX_BINARY(I16, eq, cmpeq_epi16)
+MOX_BINARY(I16, gt, cmpgt_epi16)
+MOX_BINARY(I16, mulHi, mulhi_epi16)        // (a * b) >> 16, signed
+MOX_BINARY(I16, mulHiRound, mulhrs_epi16)  // (a * b + 16384) >> 15, but for -32768 * -32768
+MOX_BINARY(I16, pairSums, hadd_epi16)      // sums of neighbours, a's then b's
+
+MOX_BINARY(I32, operator+, add_epi32)
+MOX_BINARY(I32, operator-, sub_epi32)
+MOX_BINARY(I32, operator*, mullo_epi32)
+MOX_BINARY(I32, min, min_epi32)
+MOX_BINARY(I32, max, max_epi32)
+MOX_BINARY(I32, eq, cmpeq_epi32)
+MOX_BINARY(I32, gt, cmpgt_epi32)
+
+/// a[2i] * b[2i] + a[2i + 1] * b[2i + 1].
+MOX_INLINE I32 dotPairs(I16 a, I16 b) { return {MOX_MM(madd_epi16)(a.r, b.r)}; }
+/// The same of bytes, saturated.
+MOX_INLINE I16 dotPairs(U8 a, I8 b) { return {MOX_MM(maddubs_epi16)(a.r, b.r)}; }
+
+MOX_INLINE U16 abs(I16 v) { return {MOX_MM(abs_epi16)(v.r)}; }
+MOX_INLINE I32 abs(I32 v) { return {MOX_MM(abs_epi32)(v.r)}; }
+MOX_INLINE U8 absDiff(U8 a, U8 b) { return subs(a, b) | subs(b, a); }
+MOX_INLINE U16 absDiff(U16 a, U16 b) { return subs(a, b) | subs(b, a); }
+
+// Shifts; to the right they are arithmetic for signed and logical for unsigned elements.
+template <int n, class T>
+MOX_INLINE Vec<T> shl(Vec<T> v) {
+    if constexpr (sizeof(T) == 2)
+        return {MOX_MM(slli_epi16)(v.r, n)};
+    else
+        return {MOX_MM(slli_epi32)(v.r, n)};
+}
+template <int n, class T>
+MOX_INLINE Vec<T> shr(Vec<T> v) {
+    if constexpr (std::is_same_v<T, uint16_t>) return {MOX_MM(srli_epi16)(v.r, n)};
+    if constexpr (std::is_same_v<T, int16_t>) return {MOX_MM(srai_epi16)(v.r, n)};
+    if constexpr (std::is_same_v<T, uint32_t>) return {MOX_MM(srli_epi32)(v.r, n)};
+    if constexpr (std::is_same_v<T, int32_t>) return {MOX_MM(srai_epi32)(v.r, n)};
+}
+
+// Floats: one rounding an operation, in the mode of the control word.
+MOX_BINARY(F32, operator+, add_ps)
+MOX_BINARY(F32, operator-, sub_ps)
+MOX_BINARY(F32, operator*, mul_ps)
+MOX_BINARY(F32, operator/, div_ps)
+MOX_BINARY(F32, min, min_ps)  // MINPS and MAXPS: b if either is a NaN or both are zeros
+MOX_BINARY(F32, max, max_ps)
+MOX_BINARY(F64, operator+, add_pd)
+MOX_BINARY(F64, operator-, sub_pd)
+MOX_BINARY(F64, operator*, mul_pd)
+MOX_BINARY(F64, operator/, div_pd)
+MOX_BINARY(F64, min, min_pd)
+MOX_BINARY(F64, max, max_pd)
+#undef MOX_BINARY
+
+// False for NaNs.
+MOX_INLINE F32 lt(F32 a, F32 b) { return {MOX_CMP(ps, a.r, b.r, lt, _CMP_LT_OS)}; }
+MOX_INLINE F32 le(F32 a, F32 b) { return {MOX_CMP(ps, a.r, b.r, le, _CMP_LE_OS)}; }
+MOX_INLINE F32 eq(F32 a, F32 b) { return {MOX_CMP(ps, a.r, b.r, eq, _CMP_EQ_OQ)}; }
+MOX_INLINE F64 lt(F64 a, F64 b) { return {MOX_CMP(pd, a.r, b.r, lt, _CMP_LT_OS)}; }
+MOX_INLINE F64 le(F64 a, F64 b) { return {MOX_CMP(pd, a.r, b.r, le, _CMP_LE_OS)}; }
+
+MOX_INLINE F32 abs(F32 v) { return v & as<F32>(splat<I32>(0x7FFFFFFF)); }
+/// The processor's approximate reciprocal, RCPPS.
+MOX_INLINE F32 rcp(F32 v) { return {MOX_MM(rcp_ps)(v.r)}; }
+
+// ---- conversions: values out of range and NaNs give -2147483648
+// --------------------------------------------------------
+
+MOX_INLINE F32 toF32(I32 v) { return {MOX_MM(cvtepi32_ps)(v.r)}; }
+/// In the rounding mode of the control word.
+MOX_INLINE I32 nearest(F32 v) { return {MOX_MM(cvtps_epi32)(v.r)}; }
+MOX_INLINE I32 truncate(F32 v) { return {MOX_MM(cvttps_epi32)(v.r)}; }
+
+// The low or the high pair of each lane.
+MOX_INLINE F64 widenLo(F32 v) {
+#if defined(__AVX2__)
+    return {_mm256_cvtps_pd(_mm_castpd_ps(_mm256_castpd256_pd128(_mm256_permute4x64_pd(as<F64>(v).r, 0 | 2 << 2))))};
+#else
+    return {_mm_cvtps_pd(v.r)};
+#endif
+}
+MOX_INLINE F64 widenHi(F32 v) { return widenLo(shuffle32<2, 3, 2, 3>(v)); }
+/// Rounded to single precision.
+MOX_INLINE F32 narrowF32(F64 lo, F64 hi) {
+#if defined(__AVX2__)
+    const F32 both = {_mm256_set_m128(_mm256_cvtpd_ps(hi.r), _mm256_cvtpd_ps(lo.r))};  // lo0 lo1, hi0 hi1
+    return as<F32>(F64{_mm256_permute4x64_pd(as<F64>(both).r, 0 | 2 << 2 | 1 << 4 | 3 << 6)});
+#else
+    return {_mm_movelh_ps(_mm_cvtpd_ps(lo.r), _mm_cvtpd_ps(hi.r))};
+#endif
+}
+
+}  // namespace q4
