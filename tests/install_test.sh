@@ -1,0 +1,36 @@
+#!/bin/bash
+# tests/install_test.sh BUILD: installs a build into a new folder, moves it, and builds and runs the examples against it as a
+# user would, through CMake and through pkg-config.
+set -euo pipefail
+
+source=$(cd "$(dirname "$0")/.." && pwd)
+build=$(cd "$1" && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cmake --install "$build" --prefix "$work/first" >"$work/log"
+mv "$work/first" "$work/tree"
+for file in lib/libmoxccq4.so lib/glibc-hwcaps/x86-64-v3/libmoxccq4.so lib/libmoxcore.so include/moxcc/moxcc.h; do
+    test -f "$work/tree/$file" || { echo "not installed: $file" >&2; exit 1; }
+done
+
+echo "== through CMake"
+for example in c cpp; do
+    cmake -G Ninja -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/tree" >"$work/log"
+    cmake --build "$work/$example" >"$work/log" || { cat "$work/log" >&2; exit 1; }
+done
+"$work/c/gray"
+"$work/cpp/tonemap" "$work/cmake.pgm"
+
+echo "== through pkg-config"
+export PKG_CONFIG_PATH=$work/tree/lib/pkgconfig
+flags=$(pkg-config --cflags --libs moxcc)
+rpath=-Wl,-rpath,$(pkg-config --variable=libdir moxcc)
+# shellcheck disable=SC2086
+{
+    ${CC:-cc} -std=c99 "$source/examples/c/gray.c" -o "$work/gray" $flags "$rpath"
+    ${CXX:-c++} -std=c++17 "$source/examples/cpp/tonemap.cpp" -o "$work/tonemap" $flags "$rpath"
+}
+"$work/gray"
+"$work/tonemap" "$work/pkg-config.pgm"
+cmp "$work/cmake.pgm" "$work/pkg-config.pgm"
