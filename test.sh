@@ -1,0 +1,28 @@
+#!/bin/bash
+# ./test.sh
+# Installs what is missing, builds, and runs all tests on both library files: optimised, and again under the address and
+# undefined-behaviour sanitizers. The last line sums both runs up.
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/packages.sh
+
+need cmake ninja-build gcc g++ libgtest-dev libpng-dev
+
+jobs=$(nproc)
+passed=0
+failed=0
+for preset in release asan; do
+    echo "== $preset"
+    cmake --preset $preset -DMOXCC_WERROR="${MOXCC_WERROR:-OFF}" >/dev/null
+    cmake --build --preset $preset --parallel "$jobs"
+    log=build/$preset/ctest.log
+    ctest --preset $preset --parallel "$jobs" | tee "$log" || true
+    # "100% tests passed, 0 tests failed out of 8"
+    read -r bad all < <(sed -n 's/.*tests passed, \([0-9]*\) tests failed out of \([0-9]*\).*/\1 \2/p' "$log") ||
+        { echo "no tests were run" >&2; exit 1; }
+    failed=$((failed + bad))
+    passed=$((passed + all - bad))
+done
+
+echo "$passed passed, $failed failed"
+[ "$failed" = 0 ]
