@@ -50,7 +50,8 @@ class Arguments {
   public:
     Arguments(const Picture& src, const Picture& dst) : sides_{Side(src), Side(dst)}, size_(dst.size) {}
 
-    template <class P> P next() {
+    template <class P>
+    P next() {
         if constexpr (std::is_same_v<P, MoxiSize>) {
             return size_;
         } else if constexpr (std::is_same_v<P, const int32_t*>) {
@@ -128,14 +129,23 @@ struct Table {
 
 // The options of a row. Each is applied to the row by a function of its own.
 
-template <class F> struct Call { F function; };
+template <class F>
+struct Call {
+    F function;
+};
 
-template <class T> constexpr bool isCall = false;
-template <class F> constexpr bool isCall<Call<F>> = true;
+template <class T>
+constexpr bool isCall = false;
+template <class F>
+constexpr bool isCall<Call<F>> = true;
 
-template <class F> Call<F> call(F function) { return {function}; }
+template <class F>
+Call<F> call(F function) {
+    return {function};
+}
 
-template <class... Extra> auto with(Extra... extra) {
+template <class... Extra>
+auto with(Extra... extra) {
     return call(
         [=](auto function, const Picture& src, const Picture& dst) { return invoke(function, src, dst, extra...); });
 }
@@ -150,26 +160,31 @@ struct Range {
 };
 inline Range range(double low, double high) { return {low, high}; }
 
-template <class Function> void apply(Row& row, const Peer& peer) {
+template <class Function>
+void apply(Row& row, const Peer& peer) {
     if (peer.prepare) row.peers.push_back(peer);
 }
 
-template <class Function> void apply(Row& row, Shape shape) {
+template <class Function>
+void apply(Row& row, Shape shape) {
     row.src = shape.src;
     row.dst = shape.dst;
 }
 
-template <class Function> void apply(Row& row, Range range) {
+template <class Function>
+void apply(Row& row, Range range) {
     row.fill = [=](Picture& picture) { picture.fill(range.low, range.high); };
 }
 
-template <class Function, class F> void apply(Row& row, Call<F> call) {
+template <class Function, class F>
+void apply(Row& row, Call<F> call) {
     row.prepare = [=](void* symbol, const Picture& src, const Picture& dst) -> Run {
         return [=] { return call.function(reinterpret_cast<Function*>(symbol), src, dst); };
     };
 }
 
-template <class Function, class... Options> Row row(const char* name, const Options&... options) {
+template <class Function, class... Options>
+Row row(const char* name, const Options&... options) {
     Row row;
     row.name = name;
     if constexpr (!(... || isCall<Options>)) apply<Function>(row, with());

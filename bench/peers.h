@@ -13,7 +13,8 @@
 namespace bench {
 
 // A peer without preparation: function(src, dst) does all the work.
-template <class F> auto plainPeer(F function) {
+template <class F>
+auto plainPeer(F function) {
     return [=](const Picture& src, const Picture& dst) -> Run {
         return [=] {
             function(src, dst);
@@ -33,7 +34,8 @@ namespace bench {
 cv::Mat mat(const Picture& picture, int plane = 0);
 Run cvtColor(const Picture& src, const Picture& dst, int code);
 
-template <class F> Peer openCvPeer(F function) {
+template <class F>
+Peer openCvPeer(F function) {
     return {"OpenCV", [=](const Picture& src, const Picture& dst) -> Run {
                 return [=, from = mat(src), to = mat(dst)]() mutable {
                     function(std::as_const(from), to);

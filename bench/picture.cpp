@@ -65,7 +65,8 @@ class Scene {
     uint32_t random_ = 1;
 };
 
-template <class T> void fillRow(T* row, const Picture& picture, int plane, Scene& scene, double low, double high) {
+template <class T>
+void fillRow(T* row, const Picture& picture, int plane, Scene& scene, double low, double high) {
     const int channels = picture.layout.planes == 1 ? picture.layout.channels : 1;
     const int width = picture.planes[size_t(plane)].width;
     for (int i = 0; i < width; ++i) {

@@ -26,12 +26,14 @@ struct Layout {
 };
 
 // Interleaved<Mox8u>(3): three interleaved channels; planar<Mox8u>(3).cells(2, 2): 4:2:0 in three planes.
-template <class T> Layout interleaved(int channels) {
+template <class T>
+Layout interleaved(int channels) {
     const char kind = std::is_floating_point_v<T> ? 'f' : std::is_signed_v<T> ? 's' : 'u';
     return {.bits = 8 * int(sizeof(T)), .kind = kind, .channels = channels};
 }
 
-template <class T> Layout planar(int planes) {
+template <class T>
+Layout planar(int planes) {
     Layout layout = interleaved<T>(1);
     layout.planes = planes;
     return layout;
@@ -57,7 +59,10 @@ class Picture {
     // The whole range of an integer type, 0 to 1 for floats.
     void fill();
 
-    template <class T> T* data(int plane = 0) const { return reinterpret_cast<T*>(planes[plane].data); }
+    template <class T>
+    T* data(int plane = 0) const {
+        return reinterpret_cast<T*>(planes[plane].data);
+    }
     int32_t step(int plane = 0) const { return planes[plane].step; }
     size_t bytes() const;  // in the rows, without padding
 

@@ -14,7 +14,10 @@ int main(int argc, char** argv) {
     const MoxiSize size = {320, 240};
     std::vector<float> light;
     for (int y = 0; y < size.height; ++y) {
-        for (int x = 0; x < size.width; ++x) light.push_back(1000.0f / (1.0f + 0.1f * std::hypot(x - 160.0f, y - 120.0f)));
+        for (int x = 0; x < size.width; ++x) {
+            const float distance = std::hypot(static_cast<float>(x) - 160.0f, static_cast<float>(y) - 120.0f);
+            light.push_back(1000.0f / (1.0f + 0.1f * distance));
+        }
     }
     std::vector<Mox8u> image(light.size());
 

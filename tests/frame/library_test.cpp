@@ -93,7 +93,8 @@ class ElfFile {
     }
 
   private:
-    template <class T> T at(size_t offset) const {
+    template <class T>
+    T at(size_t offset) const {
         T value = {};
         EXPECT_LE(offset + sizeof(T), bytes_.size());
         if (offset + sizeof(T) <= bytes_.size()) std::memcpy(&value, bytes_.data() + offset, sizeof(T));
@@ -102,7 +103,8 @@ class ElfFile {
 
     std::string text(size_t offset) const { return bytes_.c_str() + offset; }
 
-    template <class Entry, class Body> void forEach(uint32_t type, const Body& body) const {
+    template <class Entry, class Body>
+    void forEach(uint32_t type, const Body& body) const {
         for (const Elf64_Shdr& section : sections_) {
             if (section.sh_type != type) continue;
             const size_t strings = sections_.at(section.sh_link).sh_offset;

@@ -19,7 +19,10 @@
 
 namespace moxtest {
 
-template <class Signature> struct Export { const char* name; };
+template <class Signature>
+struct Export {
+    const char* name;
+};
 
 /// The last call into a library file that this thread made.
 struct CallNote {
@@ -43,9 +46,11 @@ class CallScope {
     uint16_t x87Control_;
 };
 
-template <class Signature> class Function;
+template <class Signature>
+class Function;
 
-template <class Result, class... Args> class Function<Result(Args...)> {
+template <class Result, class... Args>
+class Function<Result(Args...)> {
   public:
     Function(const char* name, const char* library, void* address)
         : name_(name), library_(library), function_(reinterpret_cast<Result (*)(Args...)>(address)) {}
@@ -58,7 +63,8 @@ template <class Result, class... Args> class Function<Result(Args...)> {
     }
 
   private:
-    template <class T> static void noteSize(MoxiSize& roi, const T& arg) {
+    template <class T>
+    static void noteSize(MoxiSize& roi, const T& arg) {
         if constexpr (std::is_same_v<T, MoxiSize>) roi = arg;
     }
 
@@ -78,7 +84,8 @@ class Library {
     void* symbol(const char* name) const;  ///< Null if the file does not export the name.
 
     /// Throws if the file does not export the function: the test fails.
-    template <class Signature> Function<Signature> operator()(Export<Signature> function) const {
+    template <class Signature>
+    Function<Signature> operator()(Export<Signature> function) const {
         return {function.name, name_, required(function.name)};
     }
 
@@ -94,7 +101,8 @@ class Library {
 const std::vector<Library>& libraries();
 
 /// Calls body(const Library&) for each file; ends at the first failure.
-template <class Body> void forEachLibrary(const Body& body) {
+template <class Body>
+void forEachLibrary(const Body& body) {
     for (const Library& lib : libraries()) {
         if (!::testing::Test::HasFailure()) body(lib);
     }

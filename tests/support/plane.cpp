@@ -26,13 +26,15 @@ uint8_t* mapBetweenGuards(size_t size) {
     return pages;
 }
 
-template <class T> T load(const uint8_t* from) {
+template <class T>
+T load(const uint8_t* from) {
     T value;
     std::memcpy(&value, from, sizeof(T));
     return value;
 }
 
-template <class T> bool isNan(const uint8_t* sample) {
+template <class T>
+bool isNan(const uint8_t* sample) {
     if constexpr (std::is_floating_point_v<T>) {
         return std::isnan(load<T>(sample));
     } else {
@@ -40,7 +42,8 @@ template <class T> bool isNan(const uint8_t* sample) {
     }
 }
 
-template <class T> std::string show(const uint8_t* sample) {
+template <class T>
+std::string show(const uint8_t* sample) {
     const T value = load<T>(sample);
     char text[80];
     if constexpr (std::is_same_v<T, float>) {
@@ -124,7 +127,10 @@ bool bytesEqual(const PlaneBytes& a, const PlaneBytes& b) { return std::ranges::
 
 namespace detail {
 
-template <class T> SampleType sampleType() { return {sizeof(T), isNan<T>, show<T>}; }
+template <class T>
+SampleType sampleType() {
+    return {sizeof(T), isNan<T>, show<T>};
+}
 template SampleType sampleType<uint8_t>();
 template SampleType sampleType<uint16_t>();
 template SampleType sampleType<int16_t>();

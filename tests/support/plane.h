@@ -74,7 +74,8 @@ bool bytesEqual(const PlaneBytes& a, const PlaneBytes& b);
 
 /// A plane of samples: `columns` pixels of `channels` interleaved samples in each row. All bytes start random.
 /// Samples are read and written one by one, so that any step and alignment may be had.
-template <class T> class Plane : public PlaneBytes {
+template <class T>
+class Plane : public PlaneBytes {
   public:
     /// The random layout and samples that a conversion's usual test wants.
     Plane(int columns, int rows, int channels, Random& random)
@@ -105,7 +106,8 @@ template <class T> class Plane : public PlaneBytes {
     void set(int x, int y, T value) { set(x, y, 0, value); }
 
     /// Sets each sample to what next() gives, row by row.
-    template <class Next> void fill(const Next& next) {
+    template <class Next>
+    void fill(const Next& next) {
         for (int y = 0; y < rows(); ++y) {
             for (int x = 0; x < columns_; ++x) {
                 for (int c = 0; c < channels_; ++c) set(x, y, c, static_cast<T>(next()));
@@ -133,14 +135,16 @@ struct SampleType {
     bool (*nan)(const uint8_t*);
     std::string (*show)(const uint8_t*);
 };
-template <class T> SampleType sampleType();
+template <class T>
+SampleType sampleType();
 ::testing::AssertionResult same(const PlaneBytes& got, const PlaneBytes& want, int channels, const SampleType& type,
                                 Nan nan);
 }  // namespace detail
 
 /// Compares all bytes of two planes that lie the same way, the margins included. The message names the last call into
 /// the library and the first few samples that differ.
-template <class T>::testing::AssertionResult same(const Plane<T>& got, const Plane<T>& want, Nan nan = Nan::bits) {
+template <class T>
+::testing::AssertionResult same(const Plane<T>& got, const Plane<T>& want, Nan nan = Nan::bits) {
     return detail::same(got, want, got.channels(), detail::sampleType<T>(), nan);
 }
 

@@ -29,15 +29,20 @@ class Random {
 
     bool oneIn(unsigned n) { return bits() % n == 0; }
 
-    template <class T> T oneOf(std::initializer_list<T> values) { return std::data(values)[bits() % values.size()]; }
+    template <class T>
+    T oneOf(std::initializer_list<T> values) {
+        return std::data(values)[bits() % values.size()];
+    }
 
     /// A float or double from lo to hi, the ends hardly ever.
-    template <class T> T uniform(T lo, T hi) {
+    template <class T>
+    T uniform(T lo, T hi) {
         return static_cast<T>(lo + (static_cast<double>(hi) - lo) * (static_cast<double>(bits() >> 11) * 0x1p-53));
     }
 
     /// Any bit pattern: of a float that is any magnitude, infinities and NaNs included.
-    template <class T> T anyBits() {
+    template <class T>
+    T anyBits() {
         if constexpr (std::is_same_v<T, float>) {
             return std::bit_cast<float>(static_cast<uint32_t>(bits()));
         } else if constexpr (std::is_same_v<T, double>) {
@@ -48,7 +53,8 @@ class Random {
     }
 
     /// A float or double at which arithmetic changes its ways.
-    template <class T> T special() {
+    template <class T>
+    T special() {
         using L = std::numeric_limits<T>;
         const T value = oneOf<T>({T(0),
                                   L::denorm_min(),
@@ -76,7 +82,8 @@ class Random {
     }
 
     /// The usual sample of a type: any integer, the ends of the range more often than chance; a float from 0 to 1.
-    template <class T> T sample() {
+    template <class T>
+    T sample() {
         if constexpr (std::is_floating_point_v<T>) {
             return oneIn(16) ? oneOf<T>({T(0), T(1)}) : uniform<T>(T(0), T(1));
         } else {

@@ -61,12 +61,16 @@ using StatusTable = std::vector<StatusRow>;
 
 namespace detail {
 
-template <class T> inline constexpr bool isPlaneArray = false;
-template <class T> inline constexpr bool isPlaneArray<T* const*> = true;
-template <class T> inline constexpr bool isPlaneArray<T**> = true;
+template <class T>
+inline constexpr bool isPlaneArray = false;
+template <class T>
+inline constexpr bool isPlaneArray<T* const*> = true;
+template <class T>
+inline constexpr bool isPlaneArray<T**> = true;
 
 /// Makes a change if it concerns the argument at a place; says whether it did. Adds what undoes a change outside it.
-template <class T> bool apply(const Change& change, int place, T& argument, std::vector<std::function<void()>>& undo) {
+template <class T>
+bool apply(const Change& change, int place, T& argument, std::vector<std::function<void()>>& undo) {
     if (change.kind == Change::Kind::size) {
         if constexpr (std::is_same_v<T, MoxiSize>) return argument = change.roi, true;
         return false;
