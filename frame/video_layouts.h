@@ -1,0 +1,241 @@
+// How subsampled video lies in memory: luma for every pixel, two chroma samples for each cell of pixels.
+//
+// These are layouts like those of frame/layout.h, each to be read and written. A block is a vector of luma for each row
+// of the cells, and the chroma samples of these pixels in the low half of each lane (cells two pixels wide) or its low
+// quarter (cells four wide); what the rest of a chroma vector holds means nothing. The two kinds of chroma are told
+// apart by order only: a kernel that gives or takes them the other way round names Crossed<Layout>.
+//
+// A column that a layout is asked for is the first of a cell. The samples of n pixels are those of n columns of luma,
+// and of all cells that these columns touch; of a packed pair that is cut in half, the first two bytes.
+#pragma once
+
+#include "frame/kernel.h"
+
+namespace q4 {
+
+inline constexpr int lumaPixels = vectorBytes;
+
+/// Luma of vectorBytes columns and the given number of rows, and their chroma, one sample of each kind for a cell of
+/// cellWidth columns and all the rows.
+template <int rows_, int cellWidth_>
+struct YccBlock {
+    static constexpr int rows = rows_;
+    static constexpr int cellWidth = cellWidth_;
+    U8 y[rows];
+    U8 chroma[2];
+};
+
+// ---- chroma planes --------------------------------------------------------------------------------------------------
+
+/// The even and the odd bytes of each lane, in its low half.
+MOX_INLINE void splitPairs(U8 pairs, U8 (&chroma)[2]) {
+    const U8 sorted = shuffle(pairs, pattern(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15));
+    chroma[0] = sorted, chroma[1] = bytesDown<8>(sorted);
+}
+MOX_INLINE U8 joinPairs(const U8 (&chroma)[2]) { return unpackLo<8>(chroma[0], chroma[1]); }
+
+/// The low 1 / part of each lane, from and to consecutive bytes.
+template <int part>
+MOX_INLINE U8 loadPart(const uint8_t* p) {
+    if constexpr (part == 1) return load<U8>(p);
+    if constexpr (part == 2) return loadHalf<U8>(p);
+    if constexpr (part == 4) return loadQuarter<U8>(p);
+}
+template <int part>
+MOX_INLINE void storePart(uint8_t* p, U8 v) {
+    if constexpr (part == 1) store(p, v);
+    if constexpr (part == 2) storeHalf(p, v);
+    if constexpr (part == 4) storeQuarter(p, v);
+}
+
+/// A plane for each kind of chroma.
+template <int cellWidth_>
+struct SeparateChroma {
+    static constexpr int cellWidth = cellWidth_;
+    static constexpr int planes = 2;
+    static constexpr ptrdiff_t bytes(ptrdiff_t n) { return (n + cellWidth - 1) / cellWidth; }
+
+    MOX_INLINE static void load(const uint8_t* const* rows, ptrdiff_t x, U8 (&chroma)[2]) {
+        for (int i = 0; i < 2; ++i) chroma[i] = loadPart<cellWidth>(rows[i] + bytes(x));
+    }
+    MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
+        for (int i = 0; i < 2; ++i) storePart<cellWidth>(rows[i] + bytes(x), chroma[i]);
+    }
+};
+
+/// One plane of chroma pairs.
+template <int cellWidth_>
+struct PairedChroma {
+    static constexpr int cellWidth = cellWidth_;
+    static constexpr int planes = 1;
+    static constexpr ptrdiff_t bytes(ptrdiff_t n) { return (n + cellWidth - 1) / cellWidth * 2; }
+
+    MOX_INLINE static void load(const uint8_t* const* rows, ptrdiff_t x, U8 (&chroma)[2]) {
+        splitPairs(loadPart<cellWidth / 2>(rows[0] + bytes(x)), chroma);
+    }
+    MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
+        storePart<cellWidth / 2>(rows[0] + bytes(x), joinPairs(chroma));
+    }
+};
+
+// ---- layouts --------------------------------------------------------------------------------------------------------
+
+/// A plane of luma and chroma beside it. The row pointers are those of the luma rows of a row of cells, then of chroma.
+template <int lumaRows, class Chroma>
+struct LumaPlane {
+    using Sample = uint8_t;
+    static constexpr int planes = lumaRows + Chroma::planes;
+    static constexpr bool keepsOld = false;
+    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < lumaRows ? n : Chroma::bytes(n); }
+    using BlockType = YccBlock<lumaRows, Chroma::cellWidth>;
+
+    template <int N>
+    MOX_INLINE static BlockType load(const SrcRows<planes>& rows, ptrdiff_t x) {
+        static_assert(N == lumaPixels);
+        BlockType block;
+        for (int i = 0; i < lumaRows; ++i) block.y[i] = q4::load<U8>(rows.p[i] + x);
+        Chroma::load(rows.p + lumaRows, x, block.chroma);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const BlockType& block) {
+        static_assert(N == lumaPixels);
+        for (int i = 0; i < lumaRows; ++i) q4::store(rows.p[i] + x, block.y[i]);
+        Chroma::store(rows.p + lumaRows, x, block.chroma);
+    }
+};
+
+using Planar422 = LumaPlane<1, SeparateChroma<2>>;
+using Planar420 = LumaPlane<2, SeparateChroma<2>>;
+using Planar411 = LumaPlane<1, SeparateChroma<4>>;
+using SemiPlanar422 = LumaPlane<1, PairedChroma<2>>;
+using SemiPlanar420 = LumaPlane<2, PairedChroma<2>>;
+using SemiPlanar411 = LumaPlane<1, PairedChroma<4>>;
+
+enum class Order { lumaFirst, chromaFirst };
+
+/// 4:2:2 in one row of bytes that are luma and chroma in turn.
+template <Order order>
+struct Packed422 {
+    using Sample = uint8_t;
+    static constexpr int planes = 1;
+    static constexpr bool keepsOld = false;
+    static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return 2 * n; }
+    using BlockType = YccBlock<1, 2>;
+
+    template <int N>
+    MOX_INLINE static BlockType load(const SrcRows<1>& rows, ptrdiff_t x) {
+        static_assert(N == lumaPixels);
+        const uint8_t* p = rows.p[0] + 2 * x;
+        const U16 a = q4::load<U16, 32>(p), b = q4::load<U16, 32>(p + 16);
+        const U16 lowByte = splat<U16>(0xFF);
+        const U8 first = narrowU8(as<I16>(a & lowByte), as<I16>(b & lowByte));
+        const U8 second = narrowU8(as<I16>(shr<8>(a)), as<I16>(shr<8>(b)));
+        BlockType block = {{order == Order::lumaFirst ? first : second}, {}};
+        splitPairs(order == Order::lumaFirst ? second : first, block.chroma);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const BlockType& block) {
+        static_assert(N == lumaPixels);
+        uint8_t* p = rows.p[0] + 2 * x;
+        const U8 pairs = joinPairs(block.chroma);
+        const U8 first = order == Order::lumaFirst ? block.y[0] : pairs;
+        const U8 second = order == Order::lumaFirst ? pairs : block.y[0];
+        q4::store<32>(p, unpackLo<8>(first, second));
+        q4::store<32>(p + 16, unpackHi<8>(first, second));
+    }
+};
+
+using YCbCr422 = Packed422<Order::lumaFirst>;
+using CbYCr422 = Packed422<Order::chromaFirst>;
+
+/// A layout with its two kinds of chroma exchanged.
+template <class Layout>
+struct Crossed : Layout {
+    template <int N>
+    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+        auto block = Layout::template load<N>(rows, x);
+        std::swap(block.chroma[0], block.chroma[1]);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, auto block) {
+        std::swap(block.chroma[0], block.chroma[1]);
+        Layout::template store<N>(rows, x, block);
+    }
+};
+
+// ---- pairs of rows --------------------------------------------------------------------------------------------------
+
+template <class B>
+struct RowPair {
+    B row[2];
+};
+
+/// Two rows of any layout at a time. The row pointers are those of the upper row, then those of the lower.
+template <class Layout>
+struct TwoRows {
+    using Sample = typename Layout::Sample;
+    static constexpr int planes = 2 * Layout::planes;
+    static constexpr bool keepsOld = Layout::keepsOld;
+    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane % Layout::planes, n); }
+
+    template <class Byte>
+    MOX_INLINE static RowsOf<Byte, Layout::planes> one(const RowsOf<Byte, planes>& rows, int row) {
+        RowsOf<Byte, Layout::planes> r;
+        for (int i = 0; i < Layout::planes; ++i) r.p[i] = rows.p[row * Layout::planes + i];
+        return r;
+    }
+    template <int N>
+    MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
+        return RowPair{{Layout::template load<N>(one(rows, 0), x), Layout::template load<N>(one(rows, 1), x)}};
+    }
+    template <int N, class B>
+    MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<B>& pair) {
+        for (int i = 0; i < 2; ++i) Layout::template store<N>(one(rows, i), x, pair.row[i]);
+    }
+};
+
+/// A picture whose rows are pairs of rows, as TwoRows takes them.
+template <class Byte, int n>
+MOX_INLINE Image<Byte, 2 * n> rowPairs(const Image<Byte, n>& rows) {
+    Image<Byte, 2 * n> pairs;
+    for (int i = 0; i < 2 * n; ++i) {
+        pairs.base[i] = rows.base[i % n] + i / n * rows.step[i % n];
+        pairs.step[i] = 2 * rows.step[i % n];
+    }
+    return pairs;
+}
+
+/// The planes of both pictures, as one.
+template <class Byte, int n, int m>
+MOX_INLINE Image<Byte, n + m> join(const Image<Byte, n>& a, const Image<Byte, m>& b) {
+    Image<Byte, n + m> both;
+    for (int i = 0; i < n; ++i) both.base[i] = a.base[i], both.step[i] = a.step[i];
+    for (int i = 0; i < m; ++i) both.base[n + i] = b.base[i], both.step[n + i] = b.step[i];
+    return both;
+}
+
+/// Planar 4:2:0, one row of cells at a time, as Planar420 takes it.
+template <class T>
+MOX_INLINE Image<ByteOf<T>, 4> cells420(T* const* planes, const int32_t* steps) {
+    return join(rowPairs(image(planes[0], steps[0])), image<2>(planes + 1, steps + 1));
+}
+/// Semi-planar 4:2:0, one row of cells at a time, as SemiPlanar420 takes it.
+template <class T>
+MOX_INLINE Image<ByteOf<T>, 3> cells420(T* y, ptrdiff_t yStep, T* chroma, ptrdiff_t chromaStep) {
+    return join(rowPairs(image(y, yStep)), image(chroma, chromaStep));
+}
+/// Semi-planar 4:2:2 or 4:1:1.
+template <class T>
+MOX_INLINE Image<ByteOf<T>, 2> semiPlanar(T* y, ptrdiff_t yStep, T* chroma, ptrdiff_t chromaStep) {
+    return join(image(y, yStep), image(chroma, chromaStep));
+}
+
+/// The size in whole cells of the given width and height, as eachRow takes it: columns of pixels, rows of cells.
+inline constexpr MoxiSize wholeCells(MoxiSize size, int cellWidth, int cellHeight) {
+    return {size.width & -cellWidth, size.height / cellHeight};
+}
+
+}  // namespace q4
