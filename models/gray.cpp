@@ -1,8 +1,7 @@
 // Gray: weighted sums of the colour channels, and gray spread to the channels.
 #include "moxcc/gray.h"
 
-#include "frame/checks.h"
-#include "frame/kernel.h"
+#include "frame/convert.h"
 #include "simd/control.h"
 
 namespace q4 {
@@ -146,13 +145,6 @@ Weights<uint16_t> weights8u(const Mox32f* coeffs) {
 template <class T>
 Weights<T> weightsOr(const Weights<T>& otherwise, const T* coeffs) {
     return coeffs ? Weights<T>{{coeffs[0], coeffs[1], coeffs[2]}} : otherwise;
-}
-
-template <class Kernel, class S, class D>
-MoxStatus convert(const Kernel& kernel, const S* src, ptrdiff_t srcStep, D* dst, ptrdiff_t dstStep, MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1))) return s;
-    eachRow(kernel, image(src, srcStep), image(dst, dstStep), roiSize);
-    return moxStatusOk;
 }
 
 template <template <class> class Src>
