@@ -5,7 +5,7 @@ set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-need cmake ninja-build g++ libbenchmark-dev libyuv-dev libopencv-core-dev libopencv-imgproc-dev libswscale-dev
+need cmake ninja-build gcc g++ libbenchmark-dev libyuv-dev libopencv-core-dev libopencv-imgproc-dev libswscale-dev
 cmake --preset bench >/dev/null
 cmake --build --preset bench
 exec build/bench/bin/moxcc_bench "$@"

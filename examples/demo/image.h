@@ -1,0 +1,121 @@
+// Images as the demo keeps them, and what sections do with them besides conversions.
+#pragma once
+
+#include <moxcc/moxcc.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+namespace demo {
+
+// One plane of interleaved channels; rows follow one another without padding.
+template <class T>
+class Image {
+  public:
+    Image() = default;
+    Image(int width, int height, int channels)
+        : width_(width), height_(height), channels_(channels), samples_(size_t(width) * height * channels) {}
+    Image(MoxiSize size, int channels) : Image(size.width, size.height, channels) {}
+
+    int width() const { return width_; }
+    int height() const { return height_; }
+    int channels() const { return channels_; }
+    bool empty() const { return samples_.empty(); }
+    MoxiSize size() const { return {width_, height_}; }
+    int32_t step() const { return int32_t(sizeof(T)) * width_ * channels_; }  // bytes
+
+    T* data() { return samples_.data(); }
+    const T* data() const { return samples_.data(); }
+    T* row(int y) { return data() + size_t(y) * width_ * channels_; }
+    const T* row(int y) const { return data() + size_t(y) * width_ * channels_; }
+    T* at(int x, int y) { return row(y) + size_t(x) * channels_; }
+    const T* at(int x, int y) const { return row(y) + size_t(x) * channels_; }
+    std::vector<T>& samples() { return samples_; }
+    const std::vector<T>& samples() const { return samples_; }
+
+  private:
+    int width_ = 0;
+    int height_ = 0;
+    int channels_ = 1;
+    std::vector<T> samples_;
+};
+
+using Image8 = Image<Mox8u>;
+using Image16 = Image<Mox16u>;
+using ImageF = Image<Mox32f>;
+
+// Applies a function to every sample: map<Mox8u>(image, [](float x) { ... }).
+template <class To, class From, class F>
+Image<To> map(const Image<From>& image, F function) {
+    Image<To> result(image.size(), image.channels());
+    std::transform(image.samples().begin(), image.samples().end(), result.data(), function);
+    return result;
+}
+
+// Converts between depths: integers stand for 0 to 1, floats beyond that are clamped.
+template <class To, class From>
+Image<To> depth(const Image<From>& image) {
+    const auto highest = [](auto sample) {
+        using T = decltype(sample);
+        return std::is_integral_v<T> ? double(std::numeric_limits<T>::max()) : 1.0;
+    };
+    const double scale = highest(To()) / highest(From());
+    return map<To>(image, [=](From sample) {
+        if constexpr (!std::is_integral_v<To>) return To(sample * scale);
+        const double value = sample * scale;
+        return To(value > 0 ? std::min(value, highest(To())) + 0.5 : 0);  // NaN gives 0
+    });
+}
+
+template <class T>
+Image<T> crop(const Image<T>& image, MoxiRect part) {
+    Image<T> result(part.width, part.height, image.channels());
+    for (int y = 0; y < part.height; ++y) {
+        const T* row = image.at(part.x, part.y + y);
+        std::copy(row, row + size_t(part.width) * image.channels(), result.row(y));
+    }
+    return result;
+}
+
+// One channel of an interleaved image.
+template <class T>
+Image<T> channel(const Image<T>& image, int index) {
+    Image<T> result(image.size(), 1);
+    for (size_t i = 0; i < result.samples().size(); ++i) {
+        result.samples()[i] = image.samples()[i * size_t(image.channels()) + size_t(index)];
+    }
+    return result;
+}
+
+// Images of equal height side by side.
+template <class T>
+Image<T> sideBySide(const std::vector<Image<T>>& images) {
+    int width = 0;
+    for (const Image<T>& image : images) width += image.width();
+    Image<T> result(width, images[0].height(), images[0].channels());
+    int x = 0;
+    for (const Image<T>& image : images) {
+        for (int y = 0; y < image.height(); ++y) {
+            std::copy(image.row(y), image.row(y) + size_t(image.width()) * image.channels(), result.at(x, y));
+        }
+        x += image.width();
+    }
+    return result;
+}
+
+// Peak signal-to-noise ratio in decibels; infinite for equal images.
+template <class T>
+double psnr(const Image<T>& a, const Image<T>& b) {
+    const double peak = std::is_integral_v<T> ? double(std::numeric_limits<T>::max()) : 1.0;
+    double sum = 0;
+    for (size_t i = 0; i < a.samples().size(); ++i) {
+        const double d = double(a.samples()[i]) - double(b.samples()[i]);
+        sum += d * d;
+    }
+    return 10 * std::log10(peak * peak * double(a.samples().size()) / sum);
+}
+
+}  // namespace demo
