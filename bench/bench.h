@@ -32,6 +32,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -62,10 +63,10 @@ class Arguments {
             last_ = &sides_[std::is_const_v<Sample> ? 0 : 1];
             if constexpr (std::is_pointer_v<T>) {
                 step_ = last_->steps;
-                return reinterpret_cast<P>(const_cast<const void**>(last_->planes));
+                return reinterpret_cast<P>(last_->planes);
             } else {
                 step_ = last_->steps + last_->next;
-                return static_cast<P>(const_cast<void*>(last_->planes[last_->next++]));
+                return reinterpret_cast<P>(last_->planes[last_->next++]);
             }
         } else {
             static_assert(std::is_same_v<P, int32_t>, "give this argument by with()");
@@ -82,7 +83,7 @@ class Arguments {
                 steps[p] = picture.step(p);
             }
         }
-        const void* planes[4];
+        uint8_t* planes[4];
         int32_t steps[4];
         int next = 0;
     };
@@ -94,15 +95,18 @@ class Arguments {
     bool width_ = true;
 };
 
-// Calls a conversion on two pictures; extra: its last arguments, behind those that the pictures tell.
+// A conversion with its arguments, ready to run; extra: the last ones, behind those that the pictures tell.
 template <class R, class... P, class... Extra>
-R invoke(R (*function)(P...), const Picture& src, const Picture& dst, const Extra&... extra) {
-    Arguments arguments(src, dst);
-    return [&]<size_t... I>(std::index_sequence<I...>) {
+Run bind(R (*function)(P...), const Picture& src, const Picture& dst, Extra... extra) {
+    const auto arguments = std::make_shared<Arguments>(src, dst);  // holds the arrays of planes and steps
+    return [&]<size_t... I>(std::index_sequence<I...>)->Run {
         using Parameters = std::tuple<P...>;
-        std::tuple<std::tuple_element_t<I, Parameters>...> told{
-            arguments.next<std::tuple_element_t<I, Parameters>>()...};
-        return function(std::get<I>(told)..., extra...);
+        const std::tuple<std::tuple_element_t<I, Parameters>...> told{
+            arguments->next<std::tuple_element_t<I, Parameters>>()...};
+        return [=] {
+            (void)arguments;
+            return function(std::get<I>(told)..., extra...);
+        };
     }
     (std::make_index_sequence<sizeof...(P) - sizeof...(Extra)>());
 }
@@ -129,25 +133,24 @@ struct Table {
 
 // The options of a row. Each is applied to the row by a function of its own.
 
+template <class... Extra>
+struct With {
+    std::tuple<Extra...> extra;
+};
+
+template <class... Extra>
+With<Extra...> with(Extra... extra) {
+    return {{extra...}};
+}
+
 template <class F>
 struct Call {
     F function;
 };
 
-template <class T>
-constexpr bool isCall = false;
-template <class F>
-constexpr bool isCall<Call<F>> = true;
-
 template <class F>
 Call<F> call(F function) {
     return {function};
-}
-
-template <class... Extra>
-auto with(Extra... extra) {
-    return call(
-        [=](auto function, const Picture& src, const Picture& dst) { return invoke(function, src, dst, extra...); });
 }
 
 struct Shape {
@@ -176,12 +179,27 @@ void apply(Row& row, Range range) {
     row.fill = [=](Picture& picture) { picture.fill(range.low, range.high); };
 }
 
+template <class Function, class... Extra>
+void apply(Row& row, With<Extra...> with) {
+    row.prepare = [=](void* symbol, const Picture& src, const Picture& dst) {
+        return std::apply([&](Extra... extra) { return bind(reinterpret_cast<Function*>(symbol), src, dst, extra...); },
+                          with.extra);
+    };
+}
+
 template <class Function, class F>
 void apply(Row& row, Call<F> call) {
     row.prepare = [=](void* symbol, const Picture& src, const Picture& dst) -> Run {
         return [=] { return call.function(reinterpret_cast<Function*>(symbol), src, dst); };
     };
 }
+
+template <class T>
+constexpr bool isCall = false;
+template <class... Extra>
+constexpr bool isCall<With<Extra...>> = true;
+template <class F>
+constexpr bool isCall<Call<F>> = true;
 
 template <class Function, class... Options>
 Row row(const char* name, const Options&... options) {

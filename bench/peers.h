@@ -63,11 +63,11 @@ Peer openCvPeer(F function) {
 #if MOXCC_BENCH_LIBYUV
 #include <libyuv.h>
 
-#define LIBYUV(function)                                                                            \
-    ::bench::Peer {                                                                                 \
-        "libyuv", ::bench::plainPeer([](const ::bench::Picture& src, const ::bench::Picture& dst) { \
-            ::bench::invoke(&libyuv::function, src, dst);                                           \
-        })                                                                                          \
+#define LIBYUV(function)                                                         \
+    ::bench::Peer {                                                              \
+        "libyuv", [](const ::bench::Picture& src, const ::bench::Picture& dst) { \
+            return ::bench::bind(&libyuv::function, src, dst);                   \
+        }                                                                        \
     }
 #else
 #define LIBYUV(...) BENCH_NO_PEER()

@@ -71,7 +71,8 @@ void fillRow(T* row, const Picture& picture, int plane, Scene& scene, double low
     const int width = picture.planes[size_t(plane)].width;
     for (int i = 0; i < width; ++i) {
         const int x = std::min(i / channels, picture.size.width - 1);
-        row[i] = T(low + (high - low) * scene.at(x, plane + i % channels));
+        const double value = low + (high - low) * scene.at(x, plane + i % channels);
+        row[i] = std::is_floating_point_v<T> ? T(value) : T(int64_t(value));
     }
 }
 
