@@ -51,6 +51,8 @@ MOX_INLINE auto spread(const Channel<T, N>& from) {
     } else if constexpr (std::is_same_v<L, F32>) {
         const auto ints = spread<I32>(from);
         for (int i = 0; i < n; ++i) to.v[i] = toF32(ints.v[i]);
+    } else if constexpr (std::is_same_v<L, U8p8>) {
+        for (int i = 0; i < n / 2; ++i) to.v[2 * i] = fixedLo(from.v[i]), to.v[2 * i + 1] = fixedHi(from.v[i]);
     } else if constexpr (sizeof(T) == 1 && sizeof(typename L::Sample) == 2) {
         for (int i = 0; i < n / 2; ++i)
             to.v[2 * i] = as<L>(widenLo(from.v[i])), to.v[2 * i + 1] = as<L>(widenHi(from.v[i]));

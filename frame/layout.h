@@ -60,13 +60,14 @@ struct Interleaved {
                 interleave(channel, reg);
             else
                 reg[0] = channel[0];
-            for (int i = 0; i < C; ++i) {
-                if constexpr (keepsOld) {
+            if constexpr (keepsOld) {
+                for (int i = 0; i < C; ++i) {
                     const Vec<T> old = q4::load<Vec<T>, laneStride<N>>(p + 16 * i);
                     reg[i] = select(fourthMask<T>(i * laneElements<T>), old, reg[i]);
                 }
-                q4::store<laneStride<N>>(p + 16 * i, reg[i]);
             }
+            for (int i = 0; i + 2 <= C; i += 2) storePair<laneStride<N>>(p + 16 * i, reg[i], reg[i + 1]);
+            if constexpr (C % 2 == 1) q4::store<laneStride<N>>(p + 16 * (C - 1), reg[C - 1]);
         }
     }
 };
@@ -80,6 +81,30 @@ using C4 = Interleaved<T, 4>;
 /// Four samples a pixel, the fourth an alpha that is not read and keeps what it held.
 template <class T>
 using AC4 = Interleaved<T, 4, 3>;
+
+/// Interleaved pixels of three samples that are all the same, as a block of one channel: written only.
+template <class T>
+struct Triple {
+    using Sample = T;
+    static constexpr int planes = 1;
+    static constexpr int channels = 1;
+    static constexpr bool keepsOld = false;
+    static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * 3 * ptrdiff_t(sizeof(T)); }
+
+    template <int N>
+    MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const Block<T, 1, N>& block) {
+        uint8_t* p = rows.p[0] + bytes(0, x);
+        constexpr int E = laneElements<T>, laneStride = int(bytes(0, N / lanes));
+        for (int j = 0; j < block.c[0].vectors; ++j, p += 48) {
+            const Vec<T> v = block.c[0].v[j];
+            const Vec<T> first = shuffle(v, elementOrder<sizeof(T)>([](int e) { return e / 3; }));
+            const Vec<T> second = shuffle(v, elementOrder<sizeof(T)>([](int e) { return (E + e) / 3; }));
+            const Vec<T> third = shuffle(v, elementOrder<sizeof(T)>([](int e) { return (2 * E + e) / 3; }));
+            storePair<laneStride>(p, first, second);
+            q4::store<laneStride>(p + 32, third);
+        }
+    }
+};
 
 /// One plane a channel.
 template <class T, int C>

@@ -22,8 +22,8 @@ constexpr Weights<uint16_t> lumaWeights8u = {{9798, 19235, 3736}};      // in un
 struct GrayTruncatedTerms {
     Weights<uint16_t> weights;
 
-    MOX_INLINE Px<I16, 1> operator()(Px<U16, 3> p) const {
-        const auto term = [&](int c) { return mulHi(shl<8>(p.c[c]), splat<U16>(weights.w[c])); };
+    MOX_INLINE Px<I16, 1> operator()(Px<U8p8, 3> p) const {
+        const auto term = [&](int c) { return mulHi(as<U16>(p.c[c]), splat<U16>(weights.w[c])); };
         const U16 sum = adds(adds(adds(term(0), term(1)), term(2)), splat<U16>(64));
         return {{shr<7>(as<I16>(sum))}};
     }
@@ -79,11 +79,11 @@ struct GrayDoublePairs {
     }
 };
 
-/// Every channel is the gray sample.
-struct Spread {
+/// The sample as it is, for a layout that repeats it.
+struct Unchanged {
     template <class D, class T, int N>
-    MOX_INLINE Block<T, 3, N> apply(const Block<T, 1, N>& in) const {
-        return {{in.c[0], in.c[0], in.c[0]}};
+    MOX_INLINE Block<T, 1, N> apply(const Block<T, 1, N>& in) const {
+        return in;
     }
 };
 
@@ -108,7 +108,7 @@ inline constexpr int vectorColumns8u<AC4<Mox8u>> = 8;
 
 template <class Src>
 using innerRGBToGray_8u_C3C1R =
-    Split<Src, C1<Mox8u>, vectorColumns8u<Src>, On<U16, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
+    Split<Src, C1<Mox8u>, vectorColumns8u<Src>, On<U8p8, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
 template <class Src, class T>
 using innerRGBToGray_16u_C3C1R = AllColumns<Src, C1<T>, On<I32, GrayRounded<T>>>;
 template <class Src>
@@ -128,7 +128,7 @@ struct ownColorToGray_64f_C3C1R {
 };
 
 template <class T>
-using innerGrayToRGB_C1C3R = AllColumns<C1<T>, C3<T>, Spread>;
+using innerGrayToRGB_C1C3R = AllColumns<C1<T>, Triple<T>, Unchanged>;
 template <class T>
 using innerGrayToRGB_C1C4R = AllColumns<C1<T>, C4<T>, SpreadWithAlpha<T>>;
 

@@ -72,6 +72,13 @@ using I32 = Vec<int32_t>;
 using F32 = Vec<float>;
 using F64 = Vec<double>;
 
+/// An 8-bit sample with 8 fractional bits, in an unsigned 16-bit element: what mulHi() wants of a sample that is
+/// multiplied by a constant and divided by 256.
+struct Fixed8p8 {
+    uint16_t value;
+};
+using U8p8 = Vec<Fixed8p8>;
+
 /// The same bits as another vector type.
 template <class To, class T>
 MOX_INLINE To as(Vec<T> v) {
@@ -188,6 +195,19 @@ MOX_INLINE void store(void* p, Vec<T> v) {
         store128(p, laneOf<0>(v));
         store128(static_cast<uint8_t*>(p) + laneBytes, laneOf<lanes - 1>(v));
     }
+}
+/// Two vectors side by side: 16 bytes of a, then 16 of b, for each lane.
+template <int laneBytes, class T>
+MOX_INLINE void storePair(void* p, Vec<T> a, Vec<T> b) {
+    uint8_t* const bytes = static_cast<uint8_t*>(p);
+#if defined(__AVX2__)
+    const RegI x = as<I32>(a).r, y = as<I32>(b).r;
+    store(bytes, I32{_mm256_inserti128_si256(x, _mm256_castsi256_si128(y), 1)});
+    store(bytes + laneBytes, I32{_mm256_permute2x128_si256(x, y, 0x31)});
+#else
+    store(bytes, a);
+    store(bytes + 16, b);
+#endif
 }
 /// The low 8 bytes of each lane.
 template <int laneBytes = 8, class T>
@@ -308,6 +328,8 @@ MOX_INLINE Vec<T> bytesDown(Vec<T> v) {
 // ------------------------------------------------------------------------
 
 MOX_INLINE U16 widenLo(U8 v) { return {MOX_MM(unpacklo_epi8)(v.r, MOX_SI(setzero)())}; }
+MOX_INLINE U8p8 fixedLo(U8 v) { return {MOX_MM(unpacklo_epi8)(MOX_SI(setzero)(), v.r)}; }
+MOX_INLINE U8p8 fixedHi(U8 v) { return {MOX_MM(unpackhi_epi8)(MOX_SI(setzero)(), v.r)}; }
 MOX_INLINE U16 widenHi(U8 v) { return {MOX_MM(unpackhi_epi8)(v.r, MOX_SI(setzero)())}; }
 MOX_INLINE I32 widenLo(U16 v) { return {MOX_MM(unpacklo_epi16)(v.r, MOX_SI(setzero)())}; }
 MOX_INLINE I32 widenHi(U16 v) { return {MOX_MM(unpackhi_epi16)(v.r, MOX_SI(setzero)())}; }
