@@ -20,9 +20,12 @@ namespace q4 {
 
 /// Pixels of a block: those whose narrowest samples fill a vector.
 template <class Src, class Dst>
-inline constexpr int blockPixels = vectorBytes / int(sizeof(typename Src::Sample) < sizeof(typename Dst::Sample)
-                                                         ? sizeof(typename Src::Sample)
-                                                         : sizeof(typename Dst::Sample));
+inline constexpr int blockPixels = [] {
+    constexpr size_t narrowest = sizeof(typename Src::Sample) < sizeof(typename Dst::Sample)
+                                     ? sizeof(typename Src::Sample)
+                                     : sizeof(typename Dst::Sample);
+    return vectorBytes / int(narrowest > 2 ? 2 : narrowest);
+}();
 
 /// Rows of one block outside the picture, to work on columns that do not fill a block.
 template <class Layout, int N>
@@ -55,7 +58,7 @@ MOX_INLINE SrcRows<n> readOnly(const DstRows<n>& rows) {
 /// Applies a rule to columns x to end - 1 of a row.
 template <class Src, class Dst, class Rule>
 MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x, ptrdiff_t end,
-                     const Rule& rule) {
+                     Rule rule) {  // by value: stores to pixels cannot change it, so its constants stay in registers
     constexpr int N = blockPixels<Src, Dst>;
     const auto block = [&](const SrcRows<Src::planes>& from, const DstRows<Dst::planes>& to, ptrdiff_t at) {
         Dst::template store<N>(to, at, rule.template apply<typename Dst::Sample>(Src::template load<N>(from, at)));

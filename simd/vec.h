@@ -268,7 +268,13 @@ MOX_INLINE F64 select(F64 mask, F64 yes, F64 no) { return {MOX_MM(blendv_pd)(no.
 /// In each lane, the 16-bit elements of b where the mask's bit is set, those of a elsewhere.
 template <int mask, class T>
 MOX_INLINE Vec<T> blend16(Vec<T> a, Vec<T> b) {
-    return as<Vec<T>>(I32{MOX_MM(blend_epi16)(as<I32>(a).r, as<I32>(b).r, mask)});
+    constexpr bool wholeDwords = (mask & 0x55) == ((mask & 0xAA) >> 1);  // blends of these run on more ports
+    if constexpr (wholeDwords) {
+        constexpr int dwords = (mask & 1) | (mask >> 1 & 2) | (mask >> 2 & 4) | (mask >> 3 & 8);
+        return as<Vec<T>>(F32{MOX_MM(blend_ps)(as<F32>(a).r, as<F32>(b).r, lanes == 1 ? dwords : dwords * 0x11)});
+    } else {
+        return as<Vec<T>>(I32{MOX_MM(blend_epi16)(as<I32>(a).r, as<I32>(b).r, mask)});
+    }
 }
 
 /// True if any byte's top bit is set; of floats, any element's sign.
