@@ -18,13 +18,16 @@ namespace q4 {
 // ---- columns of one row
 // -------------------------------------------------------------------------------------------------
 
-/// Pixels of a block: those whose narrowest samples fill a vector.
+/// Pixels of a block: those whose narrowest samples fill a vector, unless the source's layout has a number of its own.
 template <class Src, class Dst>
 inline constexpr int blockPixels = [] {
     constexpr size_t narrowest = sizeof(typename Src::Sample) < sizeof(typename Dst::Sample)
                                      ? sizeof(typename Src::Sample)
                                      : sizeof(typename Dst::Sample);
-    return vectorBytes / int(narrowest > 2 ? 2 : narrowest);
+    if constexpr (requires { Src::blockPixels; })
+        return Src::blockPixels;
+    else
+        return vectorBytes / int(narrowest > 2 ? 2 : narrowest);
 }();
 
 /// Rows of one block outside the picture, to work on columns that do not fill a block.

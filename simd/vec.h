@@ -458,6 +458,8 @@ MOX_INLINE F32 rcp(F32 v) { return {MOX_MM(rcp_ps)(v.r)}; }
 MOX_INLINE F32 toF32(I32 v) { return {MOX_MM(cvtepi32_ps)(v.r)}; }
 /// In the rounding mode of the control word.
 MOX_INLINE I32 nearest(F32 v) { return {MOX_MM(cvtps_epi32)(v.r)}; }
+/// Ties to even, whatever the rounding mode.
+MOX_INLINE I32 nearestEven(F32 v) { return nearest(F32{MOX_MM(round_ps)(v.r, _MM_FROUND_TO_NEAREST_INT)}); }
 MOX_INLINE I32 truncate(F32 v) { return {MOX_MM(cvttps_epi32)(v.r)}; }
 
 // The low or the high pair of each lane.

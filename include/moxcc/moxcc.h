@@ -8,6 +8,7 @@
 #include "moxcc/gray.h"
 #include "moxcc/tonemap.h"
 #include "moxcc/types.h"
+#include "moxcc/v210.h"
 #include "moxcc/version.h"
 
 #endif
