@@ -17,8 +17,8 @@
 //
 //     with(args ...)       the arguments behind the size: alpha, coefficients, slice mode
 //     call(lambda)         the whole call, where with() does not do: called as lambda(function, src, dst)
-//     shape(src, dst)      the layouts, where the name does not tell them: shape(interleaved<Mox8u>(1),
-//     planar<Mox8u>(3)) range(low, high)     source samples; default: all of an integer type, 0 to 1 for floats
+//     shape(src, dst)      the layouts, where the name does not tell them: interleaved<Mox8u>(3), planar<Mox8u>(3)
+//     range(low, high)     source samples; default: all of an integer type, 0 to 1 for floats
 //     CVTCOLOR(code)       peer: OpenCV's cvtColor with cv::COLOR_<code>, also on planar and semi-planar 4:2:0
 //     TRANSFORM(matrix)    peer: OpenCV's transform by a cv::Matx
 //     OPENCV(lambda)       peer: any other OpenCV call, lambda(const cv::Mat& src, cv::Mat& dst)
