@@ -238,6 +238,12 @@ MOX_INLINE F32 gather(const float* table, I32 index) {
 #endif
 }
 
+/// The table's pairs that the indices name: their first and their second elements.
+MOX_INLINE void gatherPairs(const float* table, I32 index, F32& first, F32& second) {
+    const I32 at = {MOX_MM(slli_epi32)(index.r, 1)};
+    first = gather(table, at), second = gather(table + 1, at);
+}
+
 // ---- bits -----------------------------------------------------------------------------------------------------------
 
 template <class T>
@@ -478,6 +484,15 @@ MOX_INLINE F32 narrowF32(F64 lo, F64 hi) {
     return as<F32>(F64{_mm256_permute4x64_pd(as<F64>(both).r, 0 | 2 << 2 | 1 << 4 | 3 << 6)});
 #else
     return {_mm_movelh_ps(_mm_cvtpd_ps(lo.r), _mm_cvtpd_ps(hi.r))};
+#endif
+}
+
+MOX_INLINE I32 truncate(F64 lo, F64 hi) {
+#if defined(__AVX2__)
+    const RegI both = _mm256_set_m128i(_mm256_cvttpd_epi32(hi.r), _mm256_cvttpd_epi32(lo.r));  // lo0 lo1, hi0 hi1
+    return {_mm256_permute4x64_epi64(both, 0 | 2 << 2 | 1 << 4 | 3 << 6)};
+#else
+    return {_mm_unpacklo_epi64(_mm_cvttpd_epi32(lo.r), _mm_cvttpd_epi32(hi.r))};
 #endif
 }
 

@@ -6,6 +6,7 @@
 #define MOXCC_MOXCC_H
 
 #include "moxcc/gray.h"
+#include "moxcc/luv.h"
 #include "moxcc/tonemap.h"
 #include "moxcc/types.h"
 #include "moxcc/v210.h"

@@ -1,0 +1,462 @@
+// LUV against plain code, pixel by pixel.
+#include "moxcc/luv.h"
+
+#include <immintrin.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "support/support.h"
+
+using namespace moxtest;
+
+namespace {
+
+float rcp(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
+float rcp2(float x) {
+    const float r = rcp(x), once = (x * r) * r;
+    return (r + r) - once;
+}
+int toNearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
+int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
+
+enum class Columns { body, tail };
+
+template <class T>
+constexpr bool is8u = std::is_same_v<T, Mox8u>;
+template <class T>
+constexpr bool isFloat = std::is_same_v<T, Mox32f>;
+template <class T>
+constexpr bool is16 = sizeof(T) == 2;
+template <class T>
+constexpr int bias = std::is_same_v<T, Mox16s> ? 32768 : 0;
+template <class T>
+constexpr float top = is8u<T> ? 255 : 65535;
+
+template <class T>
+float real(T sample) {
+    if constexpr (isFloat<T>)
+        return sample;
+    else
+        return static_cast<float>(sample + bias<T>);
+}
+template <class T>
+T saturated(int v) {
+    return static_cast<T>(std::clamp<int>(v - bias<T>, std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
+}
+
+// ---- forward ----
+
+// With the six decimals that its entries have.
+float decimal(double v) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6f", v);
+    return std::strtof(text, nullptr);
+}
+
+struct CubeRoots {
+    float c[128], w[128];
+    explicit CubeRoots(double lastScale) {
+        for (int k = 0; k < 128; ++k) {
+            const double y = (k + 1.0128) / (k < 124 ? 127.99805 : lastScale);
+            c[k] = decimal(std::cbrt(y)), w[k] = decimal(1 / y);
+        }
+    }
+};
+const CubeRoots for8u(127.99805), forOthers(128);
+
+template <class T>
+float lightness(float Y, int (*index)(float)) {
+    const float y = is16<T> ? Y * 1.5259022e-05f : Y;
+    if (Y <= (is16<T> ? 580.378f : 0.008856f)) return 903.3f * y;
+    const int k = std::clamp(is16<T> ? index(Y) >> 9 : index(Y * 127.99805f), 0, 127);
+    const float c = (is8u<T> ? for8u : forOthers).c[k], w = (is8u<T> ? for8u : forOthers).w[k];
+    const float t = (y - (c * c) * c) * w, t2 = t * t, t3 = t2 * t, t4 = t3 * t;
+    float s = 0.33333334f * t + 1;
+    s = s + -0.11111111f * t2;
+    s = s + 0.061728396f * t3;
+    if (is8u<T>) {
+        s = s + -0.030178327f * t4;
+    } else {
+        const float t5 = t4 * t, t6 = t5 * t, t7 = t6 * t, t8 = t7 * t;
+        s = s + -0.041152265f * t4;
+        s = s + 0.030178327f * t5;
+        s = s + -0.023472032f * t6;
+        if (isFloat<T>) {
+            s = s + 0.01900117f * t7;
+            s = s + -0.015834307f * t8;
+        }
+    }
+    return (c * s) * 116 - 16;
+}
+
+template <class T, int channels>
+std::array<T, 3> forward(const T* p, Columns columns) {
+    const bool body = columns == Columns::body, cutTail = !body && std::is_same_v<T, Mox16u> && channels == 4;
+    float r = real(p[0]), g = real(p[1]), b = real(p[2]);
+    if (is8u<T>) r = r * 0.003921569f, g = g * 0.003921569f, b = b * 0.003921569f;
+    const float X = (0.412453f * r + 0.35758f * g) + 0.180423f * b;
+    const float Y = (0.212671f * r + 0.71516f * g) + 0.072169f * b;
+    const float Z = (0.019334f * r + 0.119193f * g) + 0.950227f * b;
+    const float L = lightness<T>(Y, is16<T> && !body && !cutTail ? toNearest : truncated);
+
+    float d = (Z * 3 + Y * 15) + X;
+    const bool noSum = d == 0;
+    if (body && noSum) d = d + 3.0f;
+    float u1 = (X * 4) * rcp2(d), v1 = (Y * 9) * rcp2(d);
+    if (!body && !is16<T> && Z == 0) u1 = v1 = 0;
+    const float c13 = 13 * L;
+    const float u = (u1 - 0.197839f) * c13, v = (v1 - 0.468342f) * c13;
+
+    if constexpr (isFloat<T>) {
+        return {L, u, v};
+    } else if constexpr (is8u<T>) {
+        const int out[3] = {toNearest(L * 2.55f), toNearest((u + 134) * 0.720339f), toNearest((v + 140) * 0.97328246f)};
+        if (!body) return {static_cast<T>(out[0]), static_cast<T>(out[1]), static_cast<T>(out[2])};
+        return {saturated<T>(out[0]), saturated<T>(out[1]), saturated<T>(out[2])};
+    } else {
+        const auto toL = body || cutTail ? truncated : toNearest, toUV = cutTail ? truncated : toNearest;
+        const T l = saturated<T>(toL(L * 655.35f));
+        if (!body && noSum) return {l, saturated<T>(0), saturated<T>(0)};
+        return {l, saturated<T>(toUV((u + 134) * 185.12712f)), saturated<T>(toUV((v + 140) * 250.13359f + 0.5f))};
+    }
+}
+
+// ---- back ----
+
+template <class T, int channels>
+std::array<T, 3> backBody(const T* p) {
+    constexpr bool unitRange = is8u<T> && channels == 3;
+    const auto rec = is8u<T> ? rcp : rcp2;
+    float l = real(p[0]), u = real(p[1]), v = real(p[2]);
+    if (l <= 9e-05f) l = l + 9e-05f;
+    if (is8u<T>) l = l * 0.39215687f, u = u * 1.3882353f - 134, v = v * 1.027451f - 140;
+    if (is16<T>) l = l * 0.0015259022f, u = u * 0.0054016937f - 134, v = v * 0.003997864f - 140;
+    const float q = rec(13 * l);
+    const float yb = (l + 16) * 0.00862069f;
+    float Y = l <= 7.9996247f ? l * 0.001107052f : yb * (yb * yb);
+    if (!isFloat<T> && !unitRange) Y = Y * top<T>;
+    float vv = v * q + 0.468342f;
+    if (std::fabs(vv) <= 1.1920929e-05f) vv = vv + 9e-05f;
+    const float kk = rec(vv) * Y;
+    const float X = (u * q + 0.197839f) * (2.25f * kk);
+    const float Z = (kk * 3 - 5 * Y) - 0.33333334f * X;
+    const float rgb[3] = {(3.240479f * X + -1.53715f * Y) + -0.498535f * Z,
+                          (-0.969256f * X + 1.875991f * Y) + 0.041556f * Z,
+                          (0.055648f * X + -0.204043f * Y) + 1.057311f * Z};
+    if constexpr (isFloat<T>) {
+        return {rgb[0], rgb[1], rgb[2]};
+    } else {
+        std::array<T, 3> out;
+        for (size_t i = 0; i < 3; ++i) {
+            // Far too large for any sample would not even fit an integer; no sample gets there.
+            EXPECT_LT(std::fabs(rgb[i]), 2147483648.0f);
+            out[i] = saturated<T>(unitRange ? toNearest(rgb[i] * 255) : truncated(rgb[i]));
+        }
+        return out;
+    }
+}
+
+template <class T>
+std::array<T, 3> backTail(const T* p) {
+    float l = real(p[0]), u = real(p[1]), v = real(p[2]);
+    if (!isFloat<T>) {
+        l = (l * 100) / top<T>;
+        u = (u * 354) / top<T> - 134;
+        v = (v * 262) / top<T> - 140;
+    }
+    if (l < 9e-05f) return {static_cast<T>(-bias<T>), static_cast<T>(-bias<T>), static_cast<T>(-bias<T>)};
+    const float yb = (l + 16) / 116;
+    float Y = l >= 7.9996247f ? (yb * yb) * yb : l / 903.3f;
+    if (!isFloat<T>) Y = Y * top<T>;
+    float vv = v / (13 * l) + (isFloat<T> ? 0.468342f : 0.4683422f);
+    const float uu = (u / (13 * l) + (isFloat<T> ? 0.197839f : 0.19783941f)) * 2.25f;
+    if (is16<T> && std::fabs(vv) < 1.1920929e-05f) vv = vv + 9e-05f;
+    if (isFloat<T> && std::fabs(vv) < 1.1920929e-07f) vv = vv + 9e-05f;
+    const float kk = Y / vv, X = uu * kk;
+    const float Z = is8u<T> ? (kk * 3 - X / 3) - 5 * Y : (kk * 3 - 5 * Y) - X / 3;
+    if constexpr (isFloat<T>) {
+        const auto clamped = [](float x) { return x < 0 ? 0 : x > 1 ? 1 : x; };
+        return {clamped((3.240479f * X - 1.53715f * Y) - 0.498535f * Z),
+                clamped((1.875991f * Y - 0.969256f * X) + 0.041556f * Z),
+                clamped((0.055648f * X - 0.204043f * Y) + 1.057311f * Z)};
+    } else {
+        float r, g;
+        if (is8u<T>) {
+            r = ((3.240479f * X + 0.5f) - 1.53715f * Y) - 0.498535f * Z;
+            g = ((-0.969256f * X + 0.5f) + 1.875991f * Y) + 0.041556f * Z;
+        } else {
+            r = ((0.5f - 1.53715f * Y) + 3.240479f * X) - 0.498535f * Z;
+            g = ((1.875991f * Y + 0.5f) - 0.969256f * X) + 0.041556f * Z;
+        }
+        const double b = (static_cast<double>(0.055648f * X - 0.204043f * Y) + 0.5) + static_cast<double>(Z) * 1.057311;
+        EXPECT_LT(std::max({std::fabs(double{r}), std::fabs(double{g}), std::fabs(b)}), 2147483648.0);
+        return {saturated<T>(truncated(r)), saturated<T>(truncated(g)), saturated<T>(static_cast<int>(b))};
+    }
+}
+
+template <class T, int channels>
+std::array<T, 3> back(const T* p, Columns columns) {
+    return columns == Columns::body ? backBody<T, channels>(p) : backTail<T>(p);
+}
+
+// ---- forms ----
+
+enum class Bgr { no, source, destination };
+
+template <class T>
+struct Form {
+    using Rule = std::array<T, 3> (*)(const T*, Columns);
+    Export<MoxStatus(const T*, int32_t, T*, int32_t, MoxiSize)> function;
+    int channels;
+    Rule rule;
+    Bgr bgr = Bgr::no;
+    bool tailOnly = false;
+};
+
+#define FORM(T, channels, name, rule, ...) \
+    Form<T> { MOX_EXPORT(name), channels, rule<T, channels>, __VA_ARGS__ }
+
+const Form<Mox8u> forms8u[] = {
+    FORM(Mox8u, 3, moxiRGBToLUV_8u_C3R, forward),
+    FORM(Mox8u, 4, moxiRGBToLUV_8u_AC4R, forward, Bgr::no, true),
+    FORM(Mox8u, 3, moxiBGRToLUV_8u_C3R, forward, Bgr::source),
+    FORM(Mox8u, 3, moxiLUVToRGB_8u_C3R, back),
+    FORM(Mox8u, 4, moxiLUVToRGB_8u_AC4R, back),
+    FORM(Mox8u, 3, moxiLUVToBGR_8u_C3R, back, Bgr::destination),
+};
+const Form<Mox16u> forms16u[] = {
+    FORM(Mox16u, 3, moxiRGBToLUV_16u_C3R, forward),
+    FORM(Mox16u, 4, moxiRGBToLUV_16u_AC4R, forward),
+    FORM(Mox16u, 3, moxiLUVToRGB_16u_C3R, back),
+    FORM(Mox16u, 4, moxiLUVToRGB_16u_AC4R, back),
+};
+const Form<Mox16s> forms16s[] = {
+    FORM(Mox16s, 3, moxiRGBToLUV_16s_C3R, forward),
+    FORM(Mox16s, 4, moxiRGBToLUV_16s_AC4R, forward),
+    FORM(Mox16s, 3, moxiLUVToRGB_16s_C3R, back),
+    FORM(Mox16s, 4, moxiLUVToRGB_16s_AC4R, back),
+};
+const Form<Mox32f> forms32f[] = {
+    FORM(Mox32f, 3, moxiRGBToLUV_32f_C3R, forward),
+    FORM(Mox32f, 4, moxiRGBToLUV_32f_AC4R, forward),
+    FORM(Mox32f, 3, moxiBGRToLUV_32f_C3R, forward, Bgr::source),
+};
+const Form<Mox32f> formsBack32f[] = {
+    FORM(Mox32f, 3, moxiLUVToRGB_32f_C3R, back),
+    FORM(Mox32f, 4, moxiLUVToRGB_32f_AC4R, back, Bgr::no, true),
+    FORM(Mox32f, 3, moxiLUVToBGR_32f_C3R, back, Bgr::destination),
+};
+
+template <class T>
+void applyRule(const Form<T>& form, const Plane<T>& src, Plane<T>& dst) {
+    for (int y = 0; y < dst.rows(); ++y) {
+        for (int x = 0; x < dst.columns(); ++x) {
+            T pixel[3];
+            for (int c = 0; c < 3; ++c) pixel[c] = src.get(x, y, form.bgr == Bgr::source ? 2 - c : c);
+            const bool body = !form.tailOnly && x < dst.columns() / 4 * 4;
+            const auto out = form.rule(pixel, body ? Columns::body : Columns::tail);
+            for (int c = 0; c < 3; ++c) dst.set(x, y, form.bgr == Bgr::destination ? 2 - c : c, out[size_t(c)]);
+        }
+    }
+}
+
+// The fourth samples are part of the comparison: they keep what they held.
+template <class T, class Fill>
+void expectRule(const Form<T>& form, uint32_t control, const Fill& fill) {
+    forEachSize(
+        [&](MoxiSize roi, Random& random) {
+            Plane<T> src(roi.width, roi.height, form.channels, random);
+            Plane<T> want(roi.width, roi.height, form.channels, random);
+            fill(src, random);
+            const Plane<T> before = want;
+            underMxcsr(control, [&] { applyRule(form, src, want); });
+            src.protect();
+            forEachLibrary([&](const Library& lib) {
+                Plane<T> got = before;
+                const MxcsrScope scope(control);
+                ASSERT_EQ(lib(form.function)(src.data(), src.step(), got.data(), got.step(), roi), moxStatusOk);
+                ASSERT_TRUE(same(got, want, Nan::anyNan));
+            });
+        },
+        1, 37);
+}
+
+// Black, and samples near it, as often as others.
+template <class T>
+void fillIntegers(Plane<T>& plane, Random& random) {
+    const int mode = static_cast<int>(random.between(0, 3));
+    plane.fill([&]() -> T {
+        if (mode == 0 || (mode == 1 && random.oneIn(2))) return random.sample<T>();
+        return static_cast<T>(random.between(0, is8u<T> ? 24 : 1500) - bias<T>);
+    });
+    if (mode != 3) return;
+    for (int y = 0; y < plane.rows(); ++y)  // pixels without colour
+        for (int x = 0; x < plane.columns(); ++x) {
+            const T gray = random.oneIn(3) ? static_cast<T>(-bias<T>) : random.sample<T>();
+            for (int c = 0; c < 3; ++c) plane.set(x, y, c, gray);
+        }
+}
+
+template <class T, size_t n>
+void expectIntegerRules(const Form<T> (&forms)[n]) {
+    for (const Form<T>& form : forms)
+        for (const uint32_t control : mxcsr::roundings) expectRule(form, control, fillIntegers<T>);
+}
+
+TEST(Luv, EightBitColumnsFollowTheirRules) { expectIntegerRules(forms8u); }
+TEST(Luv, Unsigned16BitColumnsFollowTheirRules) { expectIntegerRules(forms16u); }
+TEST(Luv, Signed16BitColumnsFollowTheirRules) { expectIntegerRules(forms16s); }
+
+TEST(Luv, FloatColumnsFollowTheirRules) {
+    const auto plain = [](Plane<Mox32f>& plane, Random& random) {
+        const float limit = random.oneIn(3) ? 0.03f : 1.0f;  // to both sides of the darkest colours' line
+        plane.fill([&] { return random.oneIn(10) ? 0.0f : random.uniform(0.0f, limit); });
+    };
+    const auto anything = [](Plane<Mox32f>& plane, Random& random) {
+        plane.fill([&] {
+            return random.oneIn(3)   ? random.special<float>()
+                   : random.oneIn(2) ? random.anyBits<float>()
+                                     : random.uniform(-2.0f, 2.0f);
+        });
+    };
+    for (const Form<Mox32f>& form : forms32f)
+        for (const uint32_t control : mxcsr::roundings) {
+            expectRule(form, control, plain);
+            expectRule(form, control, anything);
+        }
+    const auto luv = [](Plane<Mox32f>& plane, Random& random) {
+        const float low = random.oneOf({0.0f, 0.0f, 1e-4f, 7.99f}), high = random.oneOf({100.0f, 16.0f, 2e-4f, 8.01f});
+        for (int y = 0; y < plane.rows(); ++y)
+            for (int x = 0; x < plane.columns(); ++x) {
+                const float l = random.oneIn(10) ? 0.0f : random.uniform(low, high);
+                plane.set(x, y, 0, l);
+                plane.set(x, y, 1, random.uniform(-134.0f, 220.0f));
+                // v' near zero, else any
+                plane.set(x, y, 2, random.oneIn(3) ? -0.468342f * (13 * l) : random.uniform(-140.0f, 122.0f));
+            }
+    };
+    for (const Form<Mox32f>& form : formsBack32f)
+        for (const uint32_t control : mxcsr::roundings) {
+            expectRule(form, control, luv);
+            expectRule(form, control, anything);
+        }
+}
+
+// All colours of one kernel each way, in body columns.
+TEST(Luv, EveryEightBitColourFollowsItsRule) {
+    constexpr int width = 4096, colours = 1 << 24;
+    for (const Form<Mox8u>& form : {forms8u[0], forms8u[3]}) {
+        forEachLibrary([&](const Library& lib) {
+            std::vector<Mox8u> src(size_t{colours} * 3), got(src.size());
+            for (int i = 0; i < colours; ++i)
+                for (int c = 0; c < 3; ++c) src[size_t(i) * 3 + size_t(c)] = static_cast<Mox8u>(i >> (16 - 8 * c));
+            lib(form.function)(src.data(), 3 * width, got.data(), 3 * width, {width, colours / width});
+            for (size_t i = 0; i < src.size(); i += 3) {
+                const auto want = form.rule(&src[i], Columns::body);
+                ASSERT_TRUE(std::equal(want.begin(), want.end(), &got[i])) << "colour " << i / 3;
+            }
+        });
+    }
+}
+
+// What a user sees: to LUV and back, at most a few steps lie between a colour and what comes of it.
+TEST(Luv, ColoursComeBack) {
+    Random random(7);
+    const MoxiSize roi = {1003, 40};
+    Plane<Mox32f> src(roi.width, roi.height, 3, random), luv = src, rgb = src;
+    Plane<Mox16u> src16(roi.width, roi.height, 3, random), luv16 = src16, rgb16 = src16;
+    forEachLibrary([&](const Library& lib) {
+        MOX_CALL(lib, moxiRGBToLUV_32f_C3R)(src.data(), src.step(), luv.data(), luv.step(), roi);
+        MOX_CALL(lib, moxiLUVToRGB_32f_C3R)(luv.data(), luv.step(), rgb.data(), rgb.step(), roi);
+        MOX_CALL(lib, moxiRGBToLUV_16u_C3R)(src16.data(), src16.step(), luv16.data(), luv16.step(), roi);
+        MOX_CALL(lib, moxiLUVToRGB_16u_C3R)(luv16.data(), luv16.step(), rgb16.data(), rgb16.step(), roi);
+        for (int y = 0; y < roi.height; ++y)
+            for (int x = 0; x < roi.width; ++x)
+                for (int c = 0; c < 3; ++c) {
+                    ASSERT_NEAR(rgb.get(x, y, c), src.get(x, y, c), 1e-3);
+                    ASSERT_NEAR(rgb16.get(x, y, c), src16.get(x, y, c), 24);
+                }
+    });
+}
+
+TEST(Luv, KnownColours) {
+    forEachLibrary([](const Library& lib) {
+        const MoxiSize five = {5, 1};  // four body columns and a last one
+        const Mox8u black[15] = {};
+        Mox8u luv[15];
+        MOX_CALL(lib, moxiRGBToLUV_8u_C3R)(black, 15, luv, 15, five);
+        for (int x = 0; x < 5; ++x) EXPECT_TRUE(luv[3 * x] == 0 && luv[3 * x + 1] == 97 && luv[3 * x + 2] == 136);
+        std::array<Mox8u, 15> white;
+        white.fill(255);
+        MOX_CALL(lib, moxiRGBToLUV_8u_C3R)(white.data(), 15, luv, 15, five);
+        for (int x = 0; x < 5; ++x) EXPECT_EQ(luv[3 * x], 255);
+
+        const Mox16u black16[15] = {};
+        Mox16u luv16[15];
+        MOX_CALL(lib, moxiRGBToLUV_16u_C3R)(black16, 30, luv16, 30, five);
+        EXPECT_TRUE(luv16[9] == 0 && luv16[10] == 24807 && luv16[11] == 35019);
+        EXPECT_TRUE(luv16[12] == 0 && luv16[13] == 0 && luv16[14] == 0);
+        std::array<Mox16s, 15> black16s;
+        black16s.fill(-32768);
+        Mox16s luv16s[15];
+        MOX_CALL(lib, moxiRGBToLUV_16s_C3R)(black16s.data(), 30, luv16s, 30, five);
+        EXPECT_TRUE(luv16s[9] == -32768 && luv16s[10] == -7961 && luv16s[11] == 2251);
+        EXPECT_TRUE(luv16s[12] == -32768 && luv16s[13] == -32768 && luv16s[14] == -32768);
+    });
+}
+
+// Samples of 16 bits, and the one float form that has no body columns, drop the low bits of a step; the others do not.
+template <class T, size_t n>
+void expectSteps(const Form<T> (&forms)[n], bool whole) {
+    Random random(3);
+    for (const Form<T>& form : forms) {
+        const bool drops = whole || (isFloat<T> && form.tailOnly);
+        const Plane<T> src(9, 3, form.channels, {.gap = drops ? 0 : 1, .bottomUp = true, .guard = Guard::none}, random);
+        Plane<T> want(9, 3, form.channels, {.gap = drops ? 0 : 1, .guard = Guard::none}, random);
+        const Plane<T> before = want;
+        applyRule(form, src, want);
+        forEachLibrary([&](const Library& lib) {
+            Plane<T> got = before;
+            lib(form.function)(src.data(), src.step() + (drops ? 1 : 0), got.data(), got.step() + (drops ? 1 : 0),
+                               {9, 3});
+            ASSERT_TRUE(same(got, want, Nan::anyNan));
+        });
+    }
+}
+TEST(Luv, StepsAreBytesOrWholeSamples) {
+    expectSteps(forms16u, true);
+    expectSteps(forms16s, true);
+    expectSteps(forms32f, false);
+    expectSteps(formsBack32f, false);
+}
+
+template <class T, size_t n>
+void expectArgumentTests(const Form<T> (&forms)[n]) {
+    static const StatusTable pointersThenSize = {
+        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
+        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
+        {"width", {size(0, 1)}, moxStatusBadSize},
+        {"height", {size(1, -1)}, moxStatusBadSize},
+        {"any step", {value(1, 0), value(3, 0)}, moxStatusOk},
+    };
+    Random random(5);
+    const MoxiSize roi = {7, 2};
+    for (const Form<T>& form : forms) {
+        Plane<T> src(roi.width, roi.height, form.channels, random), dst = src;
+        expectStatuses(form.function, {src.data(), src.step(), dst.data(), dst.step(), roi}, {&dst}, pointersThenSize);
+    }
+}
+TEST(Luv, ArgumentsAreTestedInOrder) {
+    expectArgumentTests(forms8u);
+    expectArgumentTests(forms16u);
+    expectArgumentTests(forms16s);
+    expectArgumentTests(forms32f);
+    expectArgumentTests(formsBack32f);
+}
+
+}  // namespace
