@@ -13,7 +13,7 @@
 //     }
 //
 // ROW(function, options ...): source and destination layouts come from the function's name, the arguments from its
-// parameter types: pointers, plane arrays, steps, the size. Options, in any order:
+// parameter types: pointers, plane arrays, steps, the size, the whole image as a region. Options, in any order:
 //
 //     with(args ...)       the arguments behind the size: alpha, coefficients, slice mode
 //     call(lambda)         the whole call, where with() does not do: called as lambda(function, src, dst)
@@ -55,6 +55,8 @@ class Arguments {
     P next() {
         if constexpr (std::is_same_v<P, MoxiSize>) {
             return size_;
+        } else if constexpr (std::is_same_v<P, MoxiRect>) {
+            return {0, 0, size_.width, size_.height};
         } else if constexpr (std::is_same_v<P, const int32_t*>) {
             return last_->steps;
         } else if constexpr (std::is_pointer_v<P>) {

@@ -5,6 +5,7 @@
 #ifndef MOXCC_MOXCC_H
 #define MOXCC_MOXCC_H
 
+#include "moxcc/demosaic.h"
 #include "moxcc/gray.h"
 #include "moxcc/luv.h"
 #include "moxcc/tonemap.h"

@@ -1,0 +1,63 @@
+/**
+ * @file
+ * Reconstruction of full-colour images from raw Bayer sensor data, by three methods.
+ *
+ * A sensor behind a Bayer colour-filter array delivers one sample per pixel: green at half of the sites, red and blue
+ * at a quarter each. From fast to good: bilinear means with a choice of direction for green (moxiCFAToRGB_*), a
+ * variable number of gradients (moxiCFAToBGRA_VNG_*), adaptive homogeneity-directed interpolation (moxiDemosaicAHD_*).
+ *
+ * In all of them src points at sample (0, 0) of the whole source image, srcSize is the size of the whole image, and
+ * srcRoi the region of it to convert, in source coordinates; dst points at the first pixel of the region's result. The
+ * colour of a site depends on its place in the whole image and on the grid only, never on the region, and pixels
+ * outside the region are read where the method needs them. Steps are distances between rows in bytes; they are not
+ * tested, and may be zero or negative. dst must not overlap the source.
+ *
+ * Checks, in this order: null pointers (moxStatusNullPtr), the size of the source (moxStatusBadSize), the grid code
+ * (moxStatusBadArg). On these nothing is written.
+ */
+#ifndef MOXCC_DEMOSAIC_H
+#define MOXCC_DEMOSAIC_H
+
+#include "moxcc/types.h"
+
+MOX_EXTERN_C_BEGIN
+
+/** The Bayer pattern: which colours stand at the upper left of the source image. A MoxBayerGrid is one of these. */
+enum {
+    moxBayerGridBGGR = 0, /**< Even rows B G B G ..., odd rows G R G R ... */
+    moxBayerGridRGGB = 1, /**< Even rows R G R G ..., odd rows G B G B ... */
+    moxBayerGridGBRG = 2, /**< Even rows G B G B ..., odd rows R G R G ... */
+    moxBayerGridGRBG = 3  /**< Even rows G R G R ..., odd rows B G B G ... */
+};
+typedef int32_t MoxBayerGrid;
+
+/**
+ * Reconstructs 8u R, G, B by bilinear means.
+ *
+ * Red and blue are rounded means of the two or four nearest sites of their colour. Green at red and blue sites follows
+ * the direction, horizontal or vertical, in which the site's own colour changes least over a distance of two on each
+ * side, and is the mean of all four neighbours where both change alike, or within two pixels of the image's edges. At
+ * the edges the image is continued by reflection.
+ *
+ * A region that overruns the source on the right or below is cut; one that has a negative origin, or nothing left, is
+ * success without any work. The 16u form rounds steps down to whole samples.
+ *
+ * @param src     sample (0, 0) of the whole source image
+ * @param srcRoi  region to convert, in source coordinates
+ * @param srcSize size of the whole source image, at least 2 x 2
+ * @param srcStep distance between source rows in bytes
+ * @param dst     first pixel of the region's result: three interleaved samples, R, G, B
+ * @param dstStep distance between destination rows in bytes
+ * @param grid    the Bayer pattern
+ * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize or moxStatusBadArg
+ */
+MOX_API MoxStatus moxiCFAToRGB_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
+                                        Mox8u* dst, int32_t dstStep, MoxBayerGrid grid);
+
+/** Reconstructs 16u R, G, B by bilinear means: see moxiCFAToRGB_8u_C1C3R(). */
+MOX_API MoxStatus moxiCFAToRGB_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
+                                         Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
+
+MOX_EXTERN_C_END
+
+#endif
