@@ -123,4 +123,23 @@ struct On {
     }
 };
 
+template <class T, int N>
+MOX_INLINE Block<T, 4, N> withFourth(const Block<T, 3, N>& in, T value) {
+    Block<T, 4, N> out = {{in.c[0], in.c[1], in.c[2], {}}};
+    for (Vec<T>& v : out.c[3].v) v = splat<Vec<T>>(value);
+    return out;
+}
+
+/// A rule of three results, and a fourth that is the same for all pixels.
+template <class Rule, class T>
+struct WithFourth {
+    Rule rule;
+    T value;
+
+    template <class D, class In>
+    MOX_INLINE auto apply(const In& in) const {
+        return withFourth(rule.template apply<D>(in), value);
+    }
+};
+
 }  // namespace q4

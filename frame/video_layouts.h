@@ -173,6 +173,11 @@ struct RowPair {
     B row[2];
 };
 
+template <class T, int N>
+MOX_INLINE auto withFourth(const RowPair<Block<T, 3, N>>& in, T value) {
+    return RowPair{{withFourth(in.row[0], value), withFourth(in.row[1], value)}};
+}
+
 /// Two rows of any layout at a time. The row pointers are those of the upper row, then those of the lower.
 template <class Layout>
 struct TwoRows {

@@ -12,5 +12,7 @@
 #include "moxcc/types.h"
 #include "moxcc/v210.h"
 #include "moxcc/version.h"
+#include "moxcc/ycbcr.h"
+#include "moxcc/yuv.h"
 
 #endif

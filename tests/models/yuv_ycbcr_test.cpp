@@ -1,0 +1,195 @@
+// YUV and YCbCr at full resolution: which rule gives which column, by plain integer arithmetic.
+#include <functional>
+
+#include "models/plain_rules.h"
+#include "moxcc/ycbcr.h"
+#include "moxcc/yuv.h"
+#include "support/picture.h"
+#include "support/support.h"
+
+using namespace moxtest;
+using namespace plain;
+
+namespace {
+
+/// One picture of interleaved channels, or planes of one channel.
+struct Form {
+    int planes, channels;
+    bool reversed = false;
+
+    std::vector<Shape> shapes(MoxiSize roi) const {
+        return std::vector<Shape>(static_cast<size_t>(planes), {roi.width, roi.height, channels});
+    }
+    int channelAt(int c) const { return reversed && c < 3 ? 2 - c : c; }
+    int get(const Picture& p, int x, int y, int c) const {
+        return planes > 1 ? p[size_t(c)].get(x, y) : p[0].get(x, y, channelAt(c));
+    }
+    void set(Picture& p, int x, int y, int c, int value) const {
+        const auto sample = static_cast<Mox8u>(value);
+        planes > 1 ? p[size_t(c)].set(x, y, sample) : p[0].set(x, y, channelAt(c), sample);
+    }
+};
+const Form C3{1, 3}, C4{1, 4}, P3{3, 1}, P4{4, 1}, bgr3{1, 3, true}, bgr4{1, 4, true};
+
+enum class Fourth { none, kept, zeroBelowLimit, copied, aval };
+
+/// Columns below the width rounded down to a multiple of `group` follow the first rule, the others the second.
+template <class F>
+void expectRules(Export<F> function, Form from, Form to, int group, Rule below, Rule above,
+                 Fourth fourth = Fourth::none) {
+    const auto expected = [=](const Picture& src, Picture& dst, MoxiSize roi, Mox8u aval) {
+        for (int y = 0; y < roi.height; ++y) {
+            for (int x = 0; x < roi.width; ++x) {
+                const bool first = x < roi.width / group * group;
+                int in[3], out[3];
+                for (int c = 0; c < 3; ++c) in[c] = from.get(src, x, y, c);
+                (first ? below : above)(in, out);
+                for (int c = 0; c < 3; ++c) to.set(dst, x, y, c, out[c]);
+                if (fourth == Fourth::zeroBelowLimit && first) to.set(dst, x, y, 3, 0);
+                if (fourth == Fourth::copied) to.set(dst, x, y, 3, from.get(src, x, y, 3));
+                if (fourth == Fourth::aval) to.set(dst, x, y, 3, aval);
+            }
+        }
+    };
+    expectConversion(function, {[=](MoxiSize roi) { return from.shapes(roi); },
+                                [=](MoxiSize roi) { return to.shapes(roi); }, Steps::shared, Steps::shared, expected});
+}
+
+TEST(YCbCr, ColumnsFollowTheirRule) {
+    expectRules(MOX_EXPORT(moxiRGBToYCbCr_8u_C3R), C3, C3, 16, YF2, YF1);
+    expectRules(MOX_EXPORT(moxiRGBToYCbCr_8u_AC4R), C4, C4, 16, YF2, YF1, Fourth::zeroBelowLimit);
+    expectRules(MOX_EXPORT(moxiRGBToYCbCr_8u_C3P3R), C3, P3, 8, YF3, YF1);
+    expectRules(MOX_EXPORT(moxiRGBToYCbCr_8u_AC4P3R), C4, P3, 8, YF3, YF1);
+    expectRules(MOX_EXPORT(moxiRGBToYCbCr_8u_P3R), P3, P3, 8, YF3, YF1);
+    expectRules(MOX_EXPORT(moxiYCbCrToRGB_8u_C3R), C3, C3, 8, YI4, YI1);
+    expectRules(MOX_EXPORT(moxiYCbCrToRGB_8u_AC4R), C4, C4, 1, YI3, YI3, Fourth::kept);
+    expectRules(MOX_EXPORT(moxiYCbCrToRGB_8u_P3C3R), P3, C3, 8, YI4, YI1);
+    expectRules(MOX_EXPORT(moxiYCbCrToBGR_8u_P3C3R), P3, bgr3, 8, YI4, YI1);
+    expectRules(MOX_EXPORT(moxiYCbCrToRGB_8u_P3R), P3, P3, 4, YI6, YI2);
+    expectRules(MOX_EXPORT(moxiYCbCrToRGB_8u_P3C4R), P3, C4, 8, YI5, YI1, Fourth::aval);
+    expectRules(MOX_EXPORT(moxiYCbCrToBGR_8u_P3C4R), P3, bgr4, 1, YI5, YI5, Fourth::aval);
+}
+
+TEST(Yuv, ColumnsFollowTheirRule) {
+    expectRules(MOX_EXPORT(moxiRGBToYUV_8u_C3R), C3, C3, 16, UF3, UF2);
+    expectRules(MOX_EXPORT(moxiRGBToYUV_8u_AC4R), C4, C4, 1, UF1, UF1, Fourth::kept);
+    expectRules(MOX_EXPORT(moxiRGBToYUV_8u_C3P3R), C3, P3, 8, UF3, UF2);
+    expectRules(MOX_EXPORT(moxiRGBToYUV_8u_P3R), P3, P3, 16, UF3, UF4);
+    expectRules(MOX_EXPORT(moxiRGBToYUV_8u_AC4P4R), C4, P4, 8, UF5, UF1, Fourth::copied);
+    expectRules(MOX_EXPORT(moxiYUVToRGB_8u_C3R), C3, C3, 8, UI4, UI1);
+    expectRules(MOX_EXPORT(moxiYUVToRGB_8u_AC4R), C4, C4, 1, UI1, UI1, Fourth::kept);
+    expectRules(MOX_EXPORT(moxiYUVToRGB_8u_C3C4R), C3, C4, 8, UI6, UI2, Fourth::aval);
+    expectRules(MOX_EXPORT(moxiYUVToRGB_8u_P3C3R), P3, C3, 16, UI5, UI3);
+    expectRules(MOX_EXPORT(moxiYUVToRGB_8u_P3R), P3, P3, 1, UI3, UI3);
+}
+
+// All colours, by each rule of an export: rows of 256 columns for the first, of one column for the second.
+template <class F>
+void expectAllColours(Export<F> function, Rule below, Rule above) {
+    constexpr int colours = 1 << 24, side = 256;
+    std::vector<Mox8u> src(size_t{colours} * 3), dst(size_t{colours} * 3);
+    for (size_t i = 0; i < colours; ++i)
+        for (size_t c = 0; c < 3; ++c) src[i * 3 + c] = static_cast<Mox8u>(i >> (16 - 8 * c));
+    forEachLibrary([&](const Library& lib) {
+        for (const auto& [rule, width] : {std::pair{below, side}, std::pair{above, 1}}) {
+            lib(function)(src.data(), width * 3, dst.data(), width * 3, {width, colours / width});
+            for (int i = 0; i < colours; ++i) {
+                const int in[3] = {i >> 16, i >> 8 & 255, i & 255};
+                int out[3];
+                rule(in, out);
+                const Mox8u* const got = dst.data() + size_t(i) * 3;
+                ASSERT_TRUE(got[0] == out[0] && got[1] == out[1] && got[2] == out[2])
+                    << function.name << " of " << in[0] << ", " << in[1] << ", " << in[2] << " at width " << width;
+            }
+        }
+    });
+}
+
+TEST(YCbCr, AllColours) {
+    expectAllColours(MOX_EXPORT(moxiRGBToYCbCr_8u_C3R), YF2, YF1);
+    expectAllColours(MOX_EXPORT(moxiYCbCrToRGB_8u_C3R), YI4, YI1);
+}
+
+TEST(Yuv, AllColours) {
+    expectAllColours(MOX_EXPORT(moxiRGBToYUV_8u_C3R), UF3, UF2);
+    expectAllColours(MOX_EXPORT(moxiYUVToRGB_8u_C3R), UI4, UI1);
+}
+
+const StatusTable pointersThenSize = {
+    {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
+    {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
+    {"width", {size(0, 1)}, moxStatusBadSize},
+    {"height", {size(1, -1)}, moxStatusBadSize},
+    {"any step", {value(1, 0), value(3, 0)}, moxStatusOk},
+};
+const StatusRow widthBeforeSrcPlanes = {"size before source planes", {nullPlane(0, 1), size(0, 1)}, moxStatusBadSize};
+const StatusRow widthBeforeDstPlanes = {"size before planes", {nullPlane(2, 2), size(1, 0)}, moxStatusBadSize};
+const StatusRow srcPlanesBeforeSize = {"source planes before size", {nullPlane(0, 1), size(0, 1)}, moxStatusNullPtr};
+const StatusRow dstPlanesBeforeSize = {"planes before size", {nullPlane(2, 2), size(1, 0)}, moxStatusNullPtr};
+const StatusRow lastSrcPlane = {"last source plane", {nullPlane(0, 2)}, moxStatusNullPtr};
+const StatusRow firstDstPlane = {"first plane", {nullPlane(2, 0)}, moxStatusNullPtr};
+
+class FullResolutionStatus : public ::testing::Test {
+  protected:
+    template <class F>
+    void expectRows(Export<F> function, std::initializer_list<StatusRow> more = {}) {
+        StatusTable table = pointersThenSize;
+        table.insert(table.end(), more);
+        expect(function, table);
+    }
+
+  private:
+    using Planes = Mox8u* const*;
+    using SrcPlanes = const Mox8u* const*;
+    template <class S, class D, class... Aval>
+    void expect(Export<MoxStatus(S, int32_t, D, int32_t, MoxiSize, Aval...)> function, const StatusTable& table) {
+        const auto take = [](auto p, auto given) {
+            if constexpr (std::is_pointer_v<std::remove_pointer_t<decltype(p)>>)
+                return static_cast<decltype(p)>(given);
+            else
+                return static_cast<decltype(p)>(given[0]);
+        };
+        expectStatuses(function, {take(S{}, src), 16, take(D{}, dst), 16, {2, 2}, Aval{}...},
+                       {&planes[0], &planes[1], &planes[2], &planes[3]}, table);
+    }
+
+    Random random{5};
+    Plane<Mox8u> source{32, 8, 1, random};
+    Plane<Mox8u> planes[4] = {{32, 8, 1, random}, {32, 8, 1, random}, {32, 8, 1, random}, {32, 8, 1, random}};
+    const Mox8u* src[4] = {source.data(), source.data(), source.data(), source.data()};
+    Mox8u* dst[4] = {planes[0].data(), planes[1].data(), planes[2].data(), planes[3].data()};
+};
+
+TEST_F(FullResolutionStatus, OfInterleavedForms) {
+    expectRows(MOX_EXPORT(moxiRGBToYCbCr_8u_C3R));
+    expectRows(MOX_EXPORT(moxiRGBToYCbCr_8u_AC4R));
+    expectRows(MOX_EXPORT(moxiYCbCrToRGB_8u_C3R));
+    expectRows(MOX_EXPORT(moxiYCbCrToRGB_8u_AC4R));
+    expectRows(MOX_EXPORT(moxiRGBToYUV_8u_C3R));
+    expectRows(MOX_EXPORT(moxiRGBToYUV_8u_AC4R));
+    expectRows(MOX_EXPORT(moxiYUVToRGB_8u_C3R));
+    expectRows(MOX_EXPORT(moxiYUVToRGB_8u_AC4R));
+    expectRows(MOX_EXPORT(moxiYUVToRGB_8u_C3C4R));
+}
+
+TEST_F(FullResolutionStatus, OfPlanesTestedBeforeTheSize) {
+    expectRows(MOX_EXPORT(moxiRGBToYCbCr_8u_C3P3R), {dstPlanesBeforeSize, firstDstPlane});
+    expectRows(MOX_EXPORT(moxiRGBToYCbCr_8u_AC4P3R), {dstPlanesBeforeSize, firstDstPlane});
+    expectRows(MOX_EXPORT(moxiYCbCrToRGB_8u_P3C3R), {srcPlanesBeforeSize, lastSrcPlane});
+    expectRows(MOX_EXPORT(moxiYCbCrToBGR_8u_P3C3R), {srcPlanesBeforeSize, lastSrcPlane});
+    expectRows(MOX_EXPORT(moxiYCbCrToBGR_8u_P3C4R), {srcPlanesBeforeSize, lastSrcPlane});
+}
+
+TEST_F(FullResolutionStatus, OfPlanesTestedAfterTheSize) {
+    const auto both = {widthBeforeSrcPlanes, lastSrcPlane, widthBeforeDstPlanes, firstDstPlane};
+    expectRows(MOX_EXPORT(moxiRGBToYCbCr_8u_P3R), both);
+    expectRows(MOX_EXPORT(moxiYCbCrToRGB_8u_P3R), both);
+    expectRows(MOX_EXPORT(moxiRGBToYUV_8u_P3R), both);
+    expectRows(MOX_EXPORT(moxiYUVToRGB_8u_P3R), both);
+    expectRows(MOX_EXPORT(moxiYCbCrToRGB_8u_P3C4R), {widthBeforeSrcPlanes, lastSrcPlane});
+    expectRows(MOX_EXPORT(moxiYUVToRGB_8u_P3C3R), {widthBeforeSrcPlanes, lastSrcPlane});
+    expectRows(MOX_EXPORT(moxiRGBToYUV_8u_C3P3R), {widthBeforeDstPlanes, firstDstPlane});
+    expectRows(MOX_EXPORT(moxiRGBToYUV_8u_AC4P4R), {widthBeforeDstPlanes, firstDstPlane});
+}
+
+}  // namespace
