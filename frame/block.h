@@ -36,8 +36,7 @@ Px(V, V, V) -> Px<V, 3>;
 template <class V>
 Px(V, V, V, V) -> Px<V, 4>;
 
-// ---- between samples and the lanes that a rule works on
-// -----------------------------------------------------------------
+// ---- between samples and the lanes that a rule works on -------------------------------------------------------------
 
 /// All of a channel's samples on vectors of type L.
 template <class L, class T, int N>

@@ -15,8 +15,7 @@
 
 namespace q4 {
 
-// ---- columns of one row
-// -------------------------------------------------------------------------------------------------
+// ---- columns of one row ---------------------------------------------------------------------------------------------
 
 /// Pixels of a block: those whose narrowest samples fill a vector, unless the source's layout has a number of its own.
 template <class Src, class Dst>

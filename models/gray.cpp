@@ -87,19 +87,15 @@ struct Unchanged {
     }
 };
 
-template <class T>
-struct SpreadWithAlpha {
-    T aval;
-    template <class D, int N>
-    MOX_INLINE Block<T, 4, N> apply(const Block<T, 1, N>& in) const {
-        Block<T, 4, N> out = {{in.c[0], in.c[0], in.c[0], {}}};
-        for (Vec<T>& v : out.c[3].v) v = splat<Vec<T>>(aval);
-        return out;
+/// Every channel is the sample.
+struct Spread {
+    template <class D, class T, int N>
+    MOX_INLINE Block<T, 3, N> apply(const Block<T, 1, N>& in) const {
+        return {{in.c[0], in.c[0], in.c[0]}};
     }
 };
 
-// ---- kernels: source, destination, columns of the first rule, first rule, rule of the rest
-// ------------------------------
+// ---- kernels: source, destination, columns of the first rule, first rule, rule of the rest --------------------------
 
 template <class Src>
 inline constexpr int vectorColumns8u = 4;
@@ -130,7 +126,7 @@ struct ownColorToGray_64f_C3C1R {
 template <class T>
 using innerGrayToRGB_C1C3R = AllColumns<C1<T>, Triple<T>, Unchanged>;
 template <class T>
-using innerGrayToRGB_C1C4R = AllColumns<C1<T>, C4<T>, SpreadWithAlpha<T>>;
+using innerGrayToRGB_C1C4R = AllColumns<C1<T>, C4<T>, WithFourth<Spread, T>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
@@ -249,19 +245,19 @@ MoxStatus moxiGrayToRGB_8u_C1C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, 
 }
 MoxStatus moxiGrayToRGB_8u_C1C4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
                                  Mox8u aval) {
-    return convert(innerGrayToRGB_C1C4R<Mox8u>{{aval}}, src, srcStep, dst, dstStep, roiSize);
+    return convert(innerGrayToRGB_C1C4R<Mox8u>{{{}, aval}}, src, srcStep, dst, dstStep, roiSize);
 }
 MoxStatus moxiGrayToRGB_16u_C1C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
     return convert(innerGrayToRGB_C1C3R<Mox16u>{}, src, srcStep, dst, dstStep, roiSize);
 }
 MoxStatus moxiGrayToRGB_16u_C1C4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
                                   Mox16u aval) {
-    return convert(innerGrayToRGB_C1C4R<Mox16u>{{aval}}, src, srcStep, dst, dstStep, roiSize);
+    return convert(innerGrayToRGB_C1C4R<Mox16u>{{{}, aval}}, src, srcStep, dst, dstStep, roiSize);
 }
 MoxStatus moxiGrayToRGB_32f_C1C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
     return convert(innerGrayToRGB_C1C3R<Mox32f>{}, src, srcStep, dst, dstStep, roiSize);
 }
 MoxStatus moxiGrayToRGB_32f_C1C4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
                                   Mox32f aval) {
-    return convert(innerGrayToRGB_C1C4R<Mox32f>{{aval}}, src, srcStep, dst, dstStep, roiSize);
+    return convert(innerGrayToRGB_C1C4R<Mox32f>{{{}, aval}}, src, srcStep, dst, dstStep, roiSize);
 }

@@ -291,8 +291,7 @@ MOX_INLINE bool any(Vec<T> mask) {
 MOX_INLINE bool any(F32 mask) { return MOX_MM(movemask_ps)(mask.r) != 0; }
 MOX_INLINE bool any(F64 mask) { return MOX_MM(movemask_pd)(mask.r) != 0; }
 
-// ---- order of elements, within each lane
-// -----------------------------------------------------------------------------
+// ---- order of elements, within each lane ----------------------------------------------------------------------------
 
 /// Byte i of the result is byte order[i] of v, or 0 where the top bit of order[i] is set.
 template <class T>
@@ -336,8 +335,7 @@ MOX_INLINE Vec<T> bytesDown(Vec<T> v) {
     return as<Vec<T>>(I32{MOX_SI(srli)(as<I32>(v).r, n)});
 }
 
-// ---- widening and narrowing, within each lane
-// ------------------------------------------------------------------------
+// ---- widening and narrowing, within each lane -----------------------------------------------------------------------
 
 MOX_INLINE U16 widenLo(U8 v) { return {MOX_MM(unpacklo_epi8)(v.r, MOX_SI(setzero)())}; }
 MOX_INLINE U8p8 fixedLo(U8 v) { return {MOX_MM(unpacklo_epi8)(MOX_SI(setzero)(), v.r)}; }
@@ -353,8 +351,7 @@ MOX_INLINE I8 narrowI8(I16 lo, I16 hi) { return {MOX_MM(packs_epi16)(lo.r, hi.r)
 MOX_INLINE I16 narrowI16(I32 lo, I32 hi) { return {MOX_MM(packs_epi32)(lo.r, hi.r)}; }
 MOX_INLINE U16 narrowU16(I32 lo, I32 hi) { return {MOX_MM(packus_epi32)(lo.r, hi.r)}; }
 
-// ---- arithmetic
-// ------------------------------------------------------------------------------------------------------
+// ---- arithmetic -----------------------------------------------------------------------------------------------------
 
 #define MOX_BINARY(V, function, name) \
     MOX_INLINE V function(V a, V b) { return {MOX_MM(name)(a.r, b.r)}; }
@@ -458,8 +455,7 @@ MOX_INLINE F32 abs(F32 v) { return v & as<F32>(splat<I32>(0x7FFFFFFF)); }
 /// The processor's approximate reciprocal, RCPPS.
 MOX_INLINE F32 rcp(F32 v) { return {MOX_MM(rcp_ps)(v.r)}; }
 
-// ---- conversions: values out of range and NaNs give -2147483648
-// --------------------------------------------------------
+// ---- conversions: values out of range and NaNs give -2147483648 -----------------------------------------------------
 
 MOX_INLINE F32 toF32(I32 v) { return {MOX_MM(cvtepi32_ps)(v.r)}; }
 /// In the rounding mode of the control word.
