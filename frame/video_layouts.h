@@ -166,6 +166,8 @@ struct Crossed : Layout {
     }
 };
 
+using YCrCb422 = Crossed<YCbCr422>;
+
 // ---- pairs of rows --------------------------------------------------------------------------------------------------
 
 template <class B>
@@ -199,6 +201,33 @@ struct TwoRows {
     template <int N, class B>
     MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<B>& pair) {
         for (int i = 0; i < 2; ++i) Layout::template store<N>(one(rows, i), x, pair.row[i]);
+    }
+};
+
+/// Two columns of any layout of 8-bit channels for each column asked for: the even ones, then the odd.
+template <class Layout>
+struct TwoColumns {
+    using Sample = typename Layout::Sample;
+    static constexpr int planes = Layout::planes;
+    static constexpr bool keepsOld = false;
+    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane, 2 * n); }
+
+    template <int N>
+    MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
+        const auto wide = Layout::template load<2 * N>(rows, 2 * x);
+        RowPair<Block<Sample, wide.channels, N>> pair;
+        for (int c = 0; c < wide.channels; ++c) {
+            U8 part[2];
+            deinterleave(wide.c[c].v, part);
+            for (int i = 0; i < 2; ++i) pair.row[i].c[c].v[0] = part[i];
+        }
+        return pair;
+    }
+    template <int N, int C>
+    MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<Block<Sample, C, N>>& pair) {
+        Block<Sample, C, 2 * N> wide;
+        for (int c = 0; c < C; ++c) interleave({pair.row[0].c[c].v[0], pair.row[1].c[c].v[0]}, wide.c[c].v);
+        Layout::template store<2 * N>(rows, 2 * x, wide);
     }
 };
 

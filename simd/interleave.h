@@ -22,6 +22,22 @@ MOX_INLINE Vec<T> elementMask(In in) {
     (std::make_integer_sequence<int, 16>());
 }
 
+// ---- two channels ---------------------------------------------------------------------------------------------------
+
+template <class T>
+MOX_INLINE void deinterleave(const Vec<T> (&reg)[2], Vec<T> (&channel)[2]) {
+    constexpr int half = 8 / int(sizeof(T));
+    const U8 order = elementOrder<sizeof(T)>([](int e) { return e % half * 2 + e / half; });
+    const Vec<T> a = shuffle(reg[0], order), b = shuffle(reg[1], order);
+    channel[0] = unpackLo<64>(a, b), channel[1] = unpackHi<64>(a, b);
+}
+
+template <class T>
+MOX_INLINE void interleave(const Vec<T> (&channel)[2], Vec<T> (&reg)[2]) {
+    const Vec<T> lo = unpackLo<8 * sizeof(T)>(channel[0], channel[1]);
+    reg[1] = unpackHi<8 * sizeof(T)>(channel[0], channel[1]), reg[0] = lo;
+}
+
 // ---- three channels -------------------------------------------------------------------------------------------------
 //
 // Three registers of E elements hold E pixels; element i of all belongs to channel i % 3. In every register the

@@ -403,6 +403,8 @@ MOX_BINARY(I32, max, max_epi32)
 MOX_BINARY(I32, eq, cmpeq_epi32)
 MOX_BINARY(I32, gt, cmpgt_epi32)
 
+/// (a + b) >> 1.
+MOX_INLINE U8 avgDown(U8 a, U8 b) { return avg(a, b) - ((a ^ b) & splat<U8>(1)); }
 /// a[2i] * b[2i] + a[2i + 1] * b[2i + 1].
 MOX_INLINE I32 dotPairs(I16 a, I16 b) { return {MOX_MM(madd_epi16)(a.r, b.r)}; }
 /// The same of bytes, saturated.

@@ -8,6 +8,7 @@
 #include "moxcc/demosaic.h"
 #include "moxcc/gray.h"
 #include "moxcc/luv.h"
+#include "moxcc/sampling.h"
 #include "moxcc/tonemap.h"
 #include "moxcc/types.h"
 #include "moxcc/v210.h"

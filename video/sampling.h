@@ -1,6 +1,6 @@
-// The arguments of one side of a video conversion: a packed picture, a luma plane with a plane of chroma pairs, or three
-// planes. Each tells its pointer checks, its rows, and how its chroma lies in memory. Planes are read from the arrays
-// only after the checks have passed.
+// The arguments of one side of a video conversion: a packed picture, a luma plane with a plane of chroma pairs, or
+// three planes. Each tells its pointer checks, its rows, and how its chroma lies in memory. Planes are read from the
+// arrays only after the checks have passed.
 #pragma once
 
 #include "frame/checks.h"
@@ -40,7 +40,7 @@ struct SemiPlanarSide {
     auto chroma() const { return image(pairs, pairsStep); }
 };
 template <class Byte>
-SemiPlanarSide<Byte> semiPlanar(Byte* y, int32_t yStep, Byte* pairs, int32_t pairsStep) {
+SemiPlanarSide<Byte> twoPlanes(Byte* y, int32_t yStep, Byte* pairs, int32_t pairsStep) {
     return {y, yStep, pairs, pairsStep};
 }
 
@@ -62,7 +62,7 @@ struct PlanarSide {
     auto plane(int i) const { return image(planes[i], steps[i]); }
 };
 template <class Byte>
-PlanarSide<Byte> planar(Byte* const* planes, const int32_t* steps) {
+PlanarSide<Byte> threePlanes(Byte* const* planes, const int32_t* steps) {
     return {planes, steps};
 }
 /// The chroma planes change places, each with its step.
@@ -89,5 +89,27 @@ MOX_INLINE Image<Byte, n> evenRows(Image<Byte, n> rows) {
     for (int i = 0; i < n; ++i) rows.step[i] *= 2;
     return rows;
 }
+
+// ---- rules that move samples----------------------------------------------------------------------------------------
+
+struct Keep {
+    template <class D, class B>
+    MOX_INLINE B apply(const B& in) const {
+        return in;
+    }
+};
+/// The first row or column of two.
+struct First {
+    template <class D, class B>
+    MOX_INLINE B apply(const RowPair<B>& in) const {
+        return in.row[0];
+    }
+};
+struct Twice {
+    template <class D, class B>
+    MOX_INLINE RowPair<B> apply(const B& in) const {
+        return {{in, in}};
+    }
+};
 
 }  // namespace q4
