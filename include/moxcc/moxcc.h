@@ -7,6 +7,8 @@
 
 #include "moxcc/demosaic.h"
 #include "moxcc/gray.h"
+#include "moxcc/hls.h"
+#include "moxcc/hsv.h"
 #include "moxcc/luv.h"
 #include "moxcc/sampling.h"
 #include "moxcc/tonemap.h"

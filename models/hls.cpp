@@ -1,0 +1,396 @@
+// HLS: hue, lightness and saturation of the double hexcone.
+//
+// All forms compute in single precision and in the caller's rounding mode. The kernels differ in how they divide, in
+// the order of their products and in how they convert to integers, and those differences are part of the result.
+#include "moxcc/hls.h"
+
+#include "frame/convert.h"
+#include "models/hue_scales.h"
+#include "models/reciprocal.h"
+
+namespace q4 {
+namespace {
+
+// ---- rules: RGB to HLS ----------------------------------------------------------------------------------------------
+
+/// The greatest and the least channel. A comparison with a NaN fails, which leaves the earlier channel in place.
+struct Extremes {
+    F32 mx, mn;
+};
+MOX_INLINE Extremes extremes(const Px<F32, 3>& p) {
+    return {max(p.c[2], max(p.c[1], p.c[0])), min(p.c[2], min(p.c[1], p.c[0]))};
+}
+
+/// The third of the colour circle that a pixel lies in, by its greatest channel: the earliest of equal ones.
+struct Sector {
+    F32 first;  // mask: the sector around red, with base 0
+    F32 diff;   // difference of the two other channels
+    F32 base;   // degrees
+};
+MOX_INLINE Sector sectorOf(const Px<F32, 3>& p, F32 mx) {
+    const F32 r = p.c[0], g = p.c[1], b = p.c[2];
+    const F32 red = eq(r, mx), green = eq(g, mx);
+    return {red, select(red, g - b, select(green, b - r, r - g)),
+            andNot(red, select(green, splat<F32>(120.0f), splat<F32>(240.0f)))};
+}
+
+MOX_INLINE F32 wrapNegative(F32 degrees) {
+    return select(lt(degrees, zero<F32>()), degrees + splat<F32>(360.0f), degrees);
+}
+
+// diff * 60 / delta, in both orders.
+MOX_INLINE F32 reciprocalFirst(F32 diff, F32 reciprocal) { return diff * (splat<F32>(60.0f) * reciprocal); }
+MOX_INLINE F32 differenceFirst(F32 diff, F32 reciprocal) { return (diff * splat<F32>(60.0f)) * reciprocal; }
+
+/// Conversion in the caller's rounding mode, of which the low bits are stored. Only a mode that rounds up leaves the
+/// sample's range.
+template <class T>
+MOX_INLINE I32 nearestLowBits(F32 v) {
+    return lowBits<std::make_unsigned_t<T>>(nearest(v));
+}
+
+template <class T, F32 (*reciprocal)(F32), I32 (*convert)(F32), F32 (*angle)(F32, F32)>
+struct RGBToHLS {
+    MOX_INLINE Px<I32, 3> operator()(const Px<I32, 3>& samples) const {
+        constexpr HueScales scales = hueScales<T>;
+        const I32 bias = splat<I32>(scales.bias);
+        Px<F32, 3> p;
+        for (int c = 0; c < 3; ++c) p.c[c] = toF32(samples.c[c] + bias);
+
+        const auto [mx, mn] = extremes(p);
+        const F32 delta = mx - mn, sum = mx + mn;
+        const F32 l = splat<F32>(0.5f) * sum;
+        const F32 den = select(le(l, splat<F32>(scales.top / 2)), sum, splat<F32>(2 * scales.top) - sum);
+        const F32 s = (delta * reciprocal(den)) * splat<F32>(scales.top);
+        const Sector sector = sectorOf(p, mx);
+        const F32 h = wrapNegative(angle(sector.diff, reciprocal(delta)) + sector.base);
+
+        const F32 gray = eq(delta, zero<F32>());
+        const auto sample = [&](F32 v) { return convert(v) - bias; };
+        return {{sample(andNot(gray, h * splat<F32>(scales.degreesToSample))), sample(l), sample(andNot(gray, s))}};
+    }
+};
+
+struct RGBToHLSFloat {
+    MOX_INLINE Px<F32, 3> operator()(const Px<F32, 3>& p) const {
+        const auto [mx, mn] = extremes(p);
+        const F32 delta = mx - mn, sum = mx + mn;
+        const F32 l = splat<F32>(0.5f) * sum;
+        const F32 s = delta / select(le(l, splat<F32>(0.5f)), sum, splat<F32>(2.0f) - sum);
+        const Sector sector = sectorOf(p, mx);
+        const F32 angle = (sector.diff * splat<F32>(60.0f)) / delta;
+        const F32 h = wrapNegative(select(sector.first, angle, angle + sector.base));  // -0 stays, so nothing is added
+
+        const F32 gray = le(delta, splat<F32>(0x1p-23f));
+        return {{andNot(gray, h / splat<F32>(360.0f)), l, andNot(gray, s)}};
+    }
+};
+
+// ---- rules: HLS to RGB ----------------------------------------------------------------------------------------------
+
+// The recipes: m2 below and above the middle lightness, and the ramp t / 60 * d.
+
+struct ProductThenScale {
+    MOX_INLINE static F32 dark(F32 l, F32 s) { return l * s + l; }
+    MOX_INLINE static F32 light(F32 l, F32 s) { return (s - l * s) + l; }
+    MOX_INLINE static F32 ramp(F32 t, F32 d) { return (t * d) * splat<F32>(degreesToSector); }
+};
+
+struct ScaleThenProduct {
+    MOX_INLINE static F32 dark(F32 l, F32 s) { return l * s + l; }
+    MOX_INLINE static F32 light(F32 l, F32 s) { return (l + s) - l * s; }
+    MOX_INLINE static F32 ramp(F32 t, F32 d) { return (t * splat<F32>(degreesToSector)) * d; }
+};
+
+MOX_INLINE F32 divide(F32 a, float b) { return a / splat<F32>(b); }
+MOX_INLINE F32 multiplyByRcp2(F32 a, float b) { return a * rcp2(splat<F32>(b)); }
+
+template <F32 (*quotient)(F32, float)>
+struct ProductThenDivide {
+    MOX_INLINE static F32 dark(F32 l, F32 s) { return (s + splat<F32>(1.0f)) * l; }
+    MOX_INLINE static F32 light(F32 l, F32 s) { return (l + s) - s * l; }
+    MOX_INLINE static F32 ramp(F32 t, F32 d) { return quotient(d * t, 60.0f); }
+};
+
+/// Colours from degrees and fractions. The hue is wrapped once at most, and not for green.
+template <class Recipe>
+MOX_INLINE Px<F32, 3> colours(F32 hue, F32 l, F32 s) {
+    const auto degrees = [](float d) { return splat<F32>(d); };
+    const F32 m2 = select(le(l, splat<F32>(0.5f)), Recipe::dark(l, s), Recipe::light(l, s));
+    const F32 m1 = splat<F32>(2.0f) * l - m2;
+    const F32 d = m2 - m1;
+
+    const auto colour = [&](F32 t) {
+        const F32 rising = lt(t, degrees(60));
+        const F32 ramp = Recipe::ramp(select(rising, t, degrees(240) - t), d) + m1;
+        const F32 onRamp = select(lt(t, degrees(240)), ramp, m1);
+        return select(andNot(rising, lt(t, degrees(180))), m2, onRamp);
+    };
+    const F32 red = hue + degrees(120);
+    return {{colour(select(lt(degrees(360), red), red - degrees(360), red)), colour(hue),
+             colour(wrapNegative(hue - degrees(120)))}};
+}
+
+template <class T>
+MOX_INLINE Px<F32, 3> scaleByConstants(const Px<F32, 3>& p) {
+    constexpr HueScales scales = hueScales<T>;
+    const F32 toFraction = splat<F32>(scales.sampleToFraction);
+    return {{p.c[0] * splat<F32>(scales.sampleToDegrees), p.c[1] * toFraction, p.c[2] * toFraction}};
+}
+
+template <F32 (*quotient)(F32, float)>
+MOX_INLINE Px<F32, 3> scaleByQuotients(const Px<F32, 3>& p) {
+    return {{quotient(p.c[0] * splat<F32>(360.0f), 255.0f), quotient(p.c[1], 255.0f), quotient(p.c[2], 255.0f)}};
+}
+
+template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*convert)(F32)>
+struct HLSToRGB {
+    MOX_INLINE Px<I32, 3> operator()(const Px<I32, 3>& samples) const {
+        constexpr HueScales scales = hueScales<T>;
+        const I32 bias = splat<I32>(scales.bias);
+        Px<F32, 3> p;
+        for (int c = 0; c < 3; ++c) p.c[c] = toF32(samples.c[c] + bias);
+        const Px<F32, 3> hls = scale(p);
+        const Px<F32, 3> rgb = colours<Recipe>(hls.c[0], hls.c[1], hls.c[2]);
+        Px<I32, 3> result;
+        for (int c = 0; c < 3; ++c) result.c[c] = convert(rgb.c[c] * splat<F32>(scales.top)) - bias;
+        return result;
+    }
+};
+
+template <class Recipe>
+struct HLSToRGBFloat {
+    MOX_INLINE Px<F32, 3> operator()(const Px<F32, 3>& p) const {
+        return colours<Recipe>(p.c[0] * splat<F32>(360.0f), p.c[1], p.c[2]);
+    }
+};
+
+/// A rule whose pixels without saturation take their lightness as it is. Other rules compute it, which gives the same
+/// when they truncate or round to nearest.
+template <class Rule, int noSaturation = 0>
+struct GrayAsItIs {
+    Rule rule;
+    template <class V>
+    MOX_INLINE Px<V, 3> operator()(const Px<V, 3>& p) const {
+        const V gray = eq(p.c[2], splat<V>(noSaturation));
+        Px<V, 3> result = rule(p);
+        for (V& v : result.c) v = select(gray, p.c[1], v);
+        return result;
+    }
+};
+
+/// A rule for pixels of colour and alpha that copies the alpha.
+template <class Rule>
+struct CopyAlpha {
+    Rule rule;
+    template <class D, int N>
+    MOX_INLINE Block<D, 4, N> apply(const Block<D, 4, N>& in) const {
+        const Block<D, 3, N> out = rule.template apply<D>(Block<D, 3, N>{{in.c[0], in.c[1], in.c[2]}});
+        return {{out.c[0], out.c[1], out.c[2], in.c[3]}};
+    }
+};
+
+// ---- kernels --------------------------------------------------------------------------------------------------------
+
+template <class T, F32 (*reciprocal)(F32), I32 (*convert)(F32), F32 (*angle)(F32, F32)>
+using Fwd = On<I32, RGBToHLS<T, reciprocal, convert, angle>>;
+
+using innerRGBToHLS_8u_C3R = Split<C3<Mox8u>, C3<Mox8u>, 8, Fwd<Mox8u, rcp, nearest, reciprocalFirst>,
+                                   Fwd<Mox8u, rcp2, truncate, differenceFirst>>;
+using innerRGBToHLS_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, Fwd<Mox8u, rcp, nearest, reciprocalFirst>,
+                                    Fwd<Mox8u, rcp2, nearestLowBits<Mox8u>, differenceFirst>>;
+template <class Layout, class T = typename Layout::Sample>
+using innerRGBToHLS_16u_C3R =
+    Split<Layout, Layout, 4, Fwd<T, rcp2, nearest, reciprocalFirst>, Fwd<T, rcp2, truncate, differenceFirst>>;
+template <class Layout>
+using innerRGBToHLS_32f_C3R = AllColumns<Layout, Layout, On<F32, RGBToHLSFloat>>;
+
+/// The rule, for pixels of colour alone or with an alpha that is copied.
+template <class Src, class Rule>
+using WithAlphaOf = std::conditional_t<Src::channels == 4, CopyAlpha<Rule>, Rule>;
+
+template <class Src, class Dst>
+using BGRToHLS = Split<Reversed<Src>, Dst, 4, WithAlphaOf<Src, Fwd<Mox8u, rcp, truncate, differenceFirst>>,
+                       WithAlphaOf<Src, Fwd<Mox8u, rcp2, truncate, differenceFirst>>>;
+
+using ownpi_BGRToHLS_8u_C3P3 = BGRToHLS<C3<Mox8u>, P3<Mox8u>>;
+using ownpi_BGRToHLS_8u_P3C3 = BGRToHLS<P3<Mox8u>, C3<Mox8u>>;
+using ownpi_BGRToHLS_8u_P3 = BGRToHLS<P3<Mox8u>, P3<Mox8u>>;
+using ownpi_BGRToHLS_8u_AC4P4 = BGRToHLS<C4<Mox8u>, P4<Mox8u>>;
+using ownpi_BGRToHLS_8u_AP4C4 = BGRToHLS<P4<Mox8u>, C4<Mox8u>>;
+using ownpi_BGRToHLS_8u_AP4 = BGRToHLS<P4<Mox8u>, P4<Mox8u>>;
+using innerBGRToHLS_8u_AC4R = BGRToHLS<AC4<Mox8u>, AC4<Mox8u>>;
+
+template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*convert)(F32)>
+using Inv = On<I32, HLSToRGB<T, Recipe, scale, convert>>;
+template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*convert)(F32)>
+using InvTail = On<I32, GrayAsItIs<HLSToRGB<T, Recipe, scale, convert>, -hueScales<T>.bias>>;
+
+template <class T>
+using innerHLSToRGBBody = Inv<T, ProductThenScale, scaleByConstants<T>, nearest>;
+template <F32 (*quotient)(F32, float)>
+using innerHLSToRGBTail_8u = InvTail<Mox8u, ProductThenDivide<quotient>, scaleByQuotients<quotient>, truncate>;
+
+/// The first four columns of the tail multiply by reciprocals in place of the divisions, unless the source row's and
+/// the destination row's bytes overlap.
+struct innerHLSToRGB_8u_C3R {
+    using Src = C3<Mox8u>;
+    using Dst = C3<Mox8u>;
+    static bool disjoint(const uint8_t* a, const uint8_t* b, ptrdiff_t bytes) {
+        const uintptr_t distance = reinterpret_cast<uintptr_t>(a) - reinterpret_cast<uintptr_t>(b);
+        return distance >= uintptr_t(bytes) && distance <= -uintptr_t(bytes);
+    }
+    MOX_INLINE void row(const SrcRows<1>& src, const DstRows<1>& dst, ptrdiff_t width) const {
+        const ptrdiff_t limit = width & -8;
+        const bool grouped = width - limit >= 4 && disjoint(src.p[0], dst.p[0], Src::bytes(0, width));
+        const ptrdiff_t groupEnd = grouped ? limit + 4 : limit;
+        span<Src, Dst>(src, dst, 0, limit, innerHLSToRGBBody<Mox8u>{});
+        span<Src, Dst>(src, dst, limit, groupEnd, innerHLSToRGBTail_8u<multiplyByRcp2>{});
+        span<Src, Dst>(src, dst, groupEnd, width, innerHLSToRGBTail_8u<divide>{});
+    }
+};
+using innerHLSToRGB_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, innerHLSToRGBBody<Mox8u>, innerHLSToRGBTail_8u<divide>>;
+template <class Layout, class T = typename Layout::Sample>
+using innerHLSToRGB_16u_C3R = Split<Layout, Layout, 4, innerHLSToRGBBody<T>,
+                                    InvTail<T, ScaleThenProduct, scaleByConstants<T>, nearestLowBits<T>>>;
+template <class Layout>
+using innerHLSToRGB_32f_C3R = Split<Layout, Layout, 4, On<F32, GrayAsItIs<HLSToRGBFloat<ScaleThenProduct>>>,
+                                    On<F32, GrayAsItIs<HLSToRGBFloat<ProductThenDivide<divide>>>>>;
+
+template <class Src, class Dst>
+using HLSToBGR =
+    AllColumns<Src, Reversed<Dst>, WithAlphaOf<Src, Inv<Mox8u, ScaleThenProduct, scaleByConstants<Mox8u>, truncate>>>;
+
+using ownpi_HLSToBGR_8u_C3P3 = HLSToBGR<C3<Mox8u>, P3<Mox8u>>;
+using ownpi_HLSToBGR_8u_P3C3 = HLSToBGR<P3<Mox8u>, C3<Mox8u>>;
+using ownpi_HLSToBGR_8u_P3 = HLSToBGR<P3<Mox8u>, P3<Mox8u>>;
+using ownpi_HLSToBGR_8u_AC4P4 = HLSToBGR<C4<Mox8u>, P4<Mox8u>>;
+using ownpi_HLSToBGR_8u_AP4C4 = HLSToBGR<P4<Mox8u>, C4<Mox8u>>;
+using ownpi_HLSToBGR_8u_AP4 = HLSToBGR<P4<Mox8u>, P4<Mox8u>>;
+
+// ---- entries --------------------------------------------------------------------------------------------------------
+
+template <class Kernel, class T>
+MoxStatus convertRGB(const T* src, int32_t srcStep, T* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convert(Kernel{}, src, wholeSamples<T>(srcStep), dst, wholeSamples<T>(dstStep), roiSize);
+}
+
+/// All pointers, then the steps, then the size.
+template <class Kernel, class S, class D>
+MoxStatus convertBGR(S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize) {
+    using Src = typename Kernel::Src;
+    using Dst = typename Kernel::Dst;
+    if (MoxStatus s = firstOf(notNull(src, dst), anyPlanesNotNull<Src::planes>(src), anyPlanesNotNull<Dst::planes>(dst),
+                              stepsPositive(srcStep, dstStep), sizeAtLeast(roiSize, 1, 1)))
+        return s;
+    eachRow(Kernel{}, imageOf<Src>(src, srcStep), imageOf<Dst>(dst, dstStep), roiSize);
+    return moxStatusOk;
+}
+
+}  // namespace
+}  // namespace q4
+
+using namespace q4;
+
+MoxStatus moxiRGBToHLS_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_8u_C3R>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_8u_AC4R>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_16u_C3R<C3<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_16u_C3R<AC4<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_16u_C3R<C3<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_16u_C3R<AC4<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_32f_C3R<C3<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToHLS_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerRGBToHLS_32f_C3R<AC4<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_8u_C3R>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_8u_AC4R>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_16u_C3R<C3<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_16u_C3R<AC4<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_16u_C3R<C3<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_16u_C3R<AC4<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_32f_C3R<C3<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
+    return convertRGB<innerHLSToRGB_32f_C3R<AC4<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
+}
+
+// Unlike the others, this form tests the size before the steps.
+MoxStatus moxiBGRToHLS_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+    if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1))) return s;
+    return convertBGR<innerBGRToHLS_8u_AC4R>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiBGRToHLS_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                                MoxiSize roiSize) {
+    return convertBGR<ownpi_BGRToHLS_8u_C3P3>(src, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiBGRToHLS_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
+                                MoxiSize roiSize) {
+    return convertBGR<ownpi_BGRToHLS_8u_P3C3>(srcPlanes, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiBGRToHLS_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                              MoxiSize roiSize) {
+    return convertBGR<ownpi_BGRToHLS_8u_P3>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiBGRToHLS_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                                 MoxiSize roiSize) {
+    return convertBGR<ownpi_BGRToHLS_8u_AC4P4>(src, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiBGRToHLS_8u_AP4C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
+                                 MoxiSize roiSize) {
+    return convertBGR<ownpi_BGRToHLS_8u_AP4C4>(srcPlanes, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiBGRToHLS_8u_AP4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                               MoxiSize roiSize) {
+    return convertBGR<ownpi_BGRToHLS_8u_AP4>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiHLSToBGR_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                                MoxiSize roiSize) {
+    return convertBGR<ownpi_HLSToBGR_8u_C3P3>(src, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiHLSToBGR_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
+                                MoxiSize roiSize) {
+    return convertBGR<ownpi_HLSToBGR_8u_P3C3>(srcPlanes, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToBGR_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                              MoxiSize roiSize) {
+    return convertBGR<ownpi_HLSToBGR_8u_P3>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiHLSToBGR_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                                 MoxiSize roiSize) {
+    return convertBGR<ownpi_HLSToBGR_8u_AC4P4>(src, srcStep, dstPlanes, dstStep, roiSize);
+}
+MoxStatus moxiHLSToBGR_8u_AP4C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
+                                 MoxiSize roiSize) {
+    return convertBGR<ownpi_HLSToBGR_8u_AP4C4>(srcPlanes, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiHLSToBGR_8u_AP4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
+                               MoxiSize roiSize) {
+    return convertBGR<ownpi_HLSToBGR_8u_AP4>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
+}
