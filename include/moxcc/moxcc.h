@@ -5,7 +5,6 @@
 #ifndef MOXCC_MOXCC_H
 #define MOXCC_MOXCC_H
 
-#include "moxcc/demosaic.h"
 #include "moxcc/gray.h"
 #include "moxcc/hls.h"
 #include "moxcc/hsv.h"
@@ -15,7 +14,7 @@
 #include "moxcc/types.h"
 #include "moxcc/v210.h"
 #include "moxcc/version.h"
-#include "moxcc/ycbcr.h"
-#include "moxcc/yuv.h"
+#include "moxcc/ycc.h"
+#include "moxcc/ycocg.h"
 
 #endif

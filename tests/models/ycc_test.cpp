@@ -1,0 +1,217 @@
+// PhotoYCC against plain code, column by column.
+#include "moxcc/ycc.h"
+
+#include <cmath>
+
+#include "support/support.h"
+
+using namespace moxtest;
+
+namespace {
+
+template <class T>
+using Rule = void (*)(const T* in, T* out, bool vectorColumn);
+
+int clampTo(int64_t v, int lo, int hi) { return static_cast<int>(v < lo ? lo : v > hi ? hi : v); }
+int truncated(float v) { return static_cast<int>(v); }
+
+// ---- 8u: sixteen-bit arithmetic in vector columns, 32-bit in the others ----------------------------------------------
+
+int16_t high(int a, int b) { return static_cast<int16_t>(a * b >> 16); }
+
+void encode8u(const Mox8u* in, Mox8u* out, bool vectorColumn) {
+    const int r = in[0], g = in[1], b = in[2];
+    if (vectorColumn) {
+        const int t = high(256 * r, 4898) + high(256 * g, 9617) + high(256 * b, 1867);
+        out[0] = static_cast<Mox8u>(clampTo(high(t, 2921) >> 2, 0, 255));
+        out[1] = static_cast<Mox8u>(clampTo((high(64 * b - t, 1789) + 624) >> 2, 0, 255));
+        out[2] = static_cast<Mox8u>(clampTo((high(64 * r - t, 2178) + 548) >> 2, 0, 255));
+    } else {
+        const int t = 4898 * r + 9617 * g + 1867 * b;
+        out[0] = static_cast<Mox8u>(((t >> 10) * 2921) >> 16);
+        out[1] = static_cast<Mox8u>(((((b << 14) - t) >> 10) * 1789 >> 16) + 156);
+        out[2] = static_cast<Mox8u>(((((r << 14) - t) >> 10) * 2178 >> 16) + 137);
+    }
+}
+
+void decode8u(const Mox8u* in, Mox8u* out, bool vectorColumn) {
+    int r, g, b;
+    if (vectorColumn) {
+        const int y = high(256 * in[0], 5563);
+        const int c1 = high(128 * (in[1] - 156), 18168), c2 = high(128 * (in[2] - 137), 14921);
+        const int sum = clampTo((y >> 1) + high(c1, -6357), -32768, 32767);
+        r = (y + c2) >> 4, g = clampTo(sum + high(c2, -16679), -32768, 32767) >> 3, b = (y + c1) >> 4;
+    } else {
+        const int a = 5564 * in[0], p = 9084 * in[1] - 1417104, q = 7460 * in[2] - 1022020;
+        r = (a + q) >> 12, g = (a * 16 + (p >> 8) * -794 + (q >> 8) * -2084) >> 16, b = (a + p) >> 12;
+    }
+    out[0] = static_cast<Mox8u>(clampTo(r, 0, 255));
+    out[1] = static_cast<Mox8u>(clampTo(g, 0, 255));
+    out[2] = static_cast<Mox8u>(clampTo(b, 0, 255));
+}
+
+// ---- 16u and 16s ----------------------------------------------------------------------------------------------------
+
+constexpr float nearlyHalf = 0.49998999f;
+
+template <class T, int bias>
+void encode16(const T* in, T* out, bool vectorColumn) {
+    using L = std::numeric_limits<T>;
+    const float r = static_cast<float>(in[0] + bias), g = static_cast<float>(in[1] + bias),
+                b = static_cast<float>(in[2] + bias);
+    const float luma = (0.299f * r + 0.587f * g) + 0.114f * b;
+    const float y = luma * 0.7132668f, c1 = (b - luma) * 0.4368627f, c2 = (r - luma) * 0.5319216f;
+    if (vectorColumn) {
+        out[0] = static_cast<T>(clampTo(lrintf(y) - bias, L::min(), L::max()));
+        out[1] = static_cast<T>(clampTo(lrintf(c1 + 40092.0f) - bias, L::min(), L::max()));
+        out[2] = static_cast<T>(clampTo(lrintf(c2 + 35209.0f) - bias, L::min(), L::max()));
+    } else if (bias != 0) {
+        out[0] = static_cast<T>(truncated(y + nearlyHalf) - bias);
+        out[1] = static_cast<T>(truncated(c1 + 40092.5f) - bias);
+        out[2] = static_cast<T>(truncated(c2 + 35209.5f) - bias);
+    } else {
+        out[0] = static_cast<T>(truncated(((0.213267f * r + nearlyHalf) + 0.418688f * g) + 0.0813124f * b));
+        out[1] = static_cast<T>(truncated(((-0.130621f * r + 40092.5f) - 0.256437f * g) + 0.387058f * b));
+        out[2] = static_cast<T>(truncated(((0.372876f * r + 35209.5f) - 0.312237f * g) - 0.0606389f * b));
+    }
+}
+
+void decode16u(const Mox16u* in, Mox16u* out, bool vectorColumn) {
+    const float u = static_cast<float>(in[1]) - 40092.0f, v = static_cast<float>(in[2]) - 35209.0f;
+    float y = static_cast<float>(in[0]) * 1.3584f;
+    if (vectorColumn) {
+        const float c1 = u * 2.2179f, c2 = v * 1.8215f;
+        out[0] = static_cast<Mox16u>(clampTo(lrintf(y + c2), 0, 65535));
+        out[1] = static_cast<Mox16u>(clampTo(lrintf((y - c1 * 0.194f) - c2 * 0.509f), 0, 65535));
+        out[2] = static_cast<Mox16u>(clampTo(lrintf(y + c1), 0, 65535));
+    } else {
+        y = y + nearlyHalf;
+        out[0] = static_cast<Mox16u>(clampTo(truncated(1.8215f * v + y), 0, 65535));
+        out[1] = static_cast<Mox16u>(clampTo(truncated((y - 0.4302726f * u) - 0.92714345f * v), 0, 65535));
+        out[2] = static_cast<Mox16u>(clampTo(truncated(y + 2.2179f * u), 0, 65535));
+    }
+}
+
+void decode16s(const Mox16s* in, Mox16s* out, bool) {
+    const float y = static_cast<float>(in[0] + 32768) * 1.3584f;
+    const float c1 = static_cast<float>(in[1] - 7324) * 2.2179f, c2 = static_cast<float>(in[2] - 2441) * 1.8215f;
+    out[0] = static_cast<Mox16s>(clampTo(truncated(y + c2) - 32768, -32768, 32767));
+    out[1] = static_cast<Mox16s>(clampTo(truncated((y - c1 * 0.194f) - c2 * 0.509f) - 32768, -32768, 32767));
+    out[2] = static_cast<Mox16s>(clampTo(truncated(y + c1) - 32768, -32768, 32767));
+}
+
+// ---- 32f ------------------------------------------------------------------------------------------------------------
+
+void encode32f(const Mox32f* in, Mox32f* out, bool) {
+    const float luma = (0.299f * in[0] + 0.587f * in[1]) + 0.114f * in[2];
+    out[0] = luma * 0.7132668f;
+    out[1] = (in[2] - luma) * 0.4368627f + 0.6117647f;
+    out[2] = (in[0] - luma) * 0.53192f + 0.5372549f;
+}
+
+float unit(float v) {
+    if (v < 0) v = 0;
+    if (v > 1) v = 1;
+    return v;
+}
+
+void decode32f(const Mox32f* in, Mox32f* out, bool) {
+    const float y = in[0] * 1.3584f, c1 = (in[1] - 0.6117647f) * 2.2179f, c2 = (in[2] - 0.5372549f) * 1.8215f;
+    out[0] = unit(y + c2);
+    out[1] = unit((y - 0.194f * c1) - 0.509f * c2);
+    out[2] = unit(y + c1);
+}
+
+// ---- the forms ------------------------------------------------------------------------------------------------------
+
+/// Compares a C3R or an AC4R form with its rule; alpha must stay.
+template <class T, class Function>
+void expectForm(int channels, int group, Rule<T> rule, Export<Function> function) {
+    for (const uint32_t control : mxcsr::roundings)
+        forEachSize([&](MoxiSize roi, Random& random) {
+            Plane<T> src(roi.width, roi.height, channels, random), want(roi.width, roi.height, channels, random);
+            if constexpr (std::is_floating_point_v<T>)
+                src.fill([&] { return random.oneIn(9) ? random.special<T>() : random.uniform(T(-0.5), T(1.5)); });
+            const Plane<T> before = want;
+            underMxcsr(control, [&] {
+                for (int y = 0; y < roi.height; ++y)
+                    for (int x = 0; x < roi.width; ++x) {
+                        const T in[3] = {src.get(x, y, 0), src.get(x, y, 1), src.get(x, y, 2)};
+                        T out[3];
+                        rule(in, out, x < roi.width / group * group);
+                        for (int c = 0; c < 3; ++c) want.set(x, y, c, out[c]);
+                    }
+            });
+            src.protect();
+            forEachLibrary([&](const Library& lib) {
+                Plane<T> got = before;
+                const MxcsrScope scope(control);
+                ASSERT_EQ(lib(function)(src.data(), src.step(), got.data(), got.step(), roi), moxStatusOk);
+                ASSERT_TRUE(same(got, want, Nan::anyNan));
+            });
+        });
+}
+
+TEST(Ycc, EightBit) {
+    expectForm<Mox8u>(3, 8, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_C3R));
+    expectForm<Mox8u>(4, 4, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_AC4R));
+    expectForm<Mox8u>(3, 8, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_C3R));
+    expectForm<Mox8u>(4, 4, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_AC4R));
+}
+
+TEST(Ycc, SixteenBit) {
+    expectForm<Mox16u>(3, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_C3R));
+    expectForm<Mox16u>(4, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_AC4R));
+    expectForm<Mox16s>(3, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_C3R));
+    expectForm<Mox16s>(4, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_AC4R));
+    expectForm<Mox16u>(3, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_C3R));
+    expectForm<Mox16u>(4, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_AC4R));
+    expectForm<Mox16s>(3, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_C3R));
+    expectForm<Mox16s>(4, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_AC4R));
+}
+
+TEST(Ycc, Float) {
+    expectForm<Mox32f>(3, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_C3R));
+    expectForm<Mox32f>(4, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_AC4R));
+    expectForm<Mox32f>(3, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_C3R));
+    expectForm<Mox32f>(4, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_AC4R));
+}
+
+TEST(Ycc, KnownColours) {
+    const Mox8u colours[][2][3] = {{{0, 0, 0}, {0, 156, 137}},
+                                   {{255, 255, 255}, {181, 156, 137}},
+                                   {{255, 0, 0}, {54, 122, 232}},
+                                   {{0, 255, 0}, {106, 90, 57}},
+                                   {{0, 0, 255}, {20, 254, 121}}};
+    forEachLibrary([&](const Library& lib) {
+        for (const auto& colour : colours)
+            for (const int width : {1, 8}) {
+                Mox8u src[24], dst[24];
+                for (int i = 0; i < 24; ++i) src[i] = colour[0][i % 3];
+                MOX_CALL(lib, moxiRGBToYCC_8u_C3R)(src, 24, dst, 24, {width, 1});
+                for (int c = 0; c < 3; ++c) EXPECT_EQ(dst[c], colour[1][c]);
+            }
+    });
+}
+
+template <class T, class Function>
+void expectYccStatuses(Export<Function> function) {
+    Random random(1);
+    const Plane<T> src(9, 3, 4, Layout{}, random);
+    Plane<T> dst(9, 3, 4, Layout{}, random);
+    expectStatuses(function, {src.data(), src.step(), dst.data(), dst.step(), MoxiSize{9, 3}}, {&dst},
+                   {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
+                    {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
+                    {"width", {size(0, 1)}, moxStatusBadSize},
+                    {"height", {size(1, -1)}, moxStatusBadSize},
+                    {"a step of 0", {value(1, 0), value(3, 0)}, moxStatusOk}});
+}
+
+TEST(Ycc, Statuses) {
+    expectYccStatuses<Mox8u>(MOX_EXPORT(moxiRGBToYCC_8u_AC4R));
+    expectYccStatuses<Mox16u>(MOX_EXPORT(moxiYCCToRGB_16u_C3R));
+    expectYccStatuses<Mox16s>(MOX_EXPORT(moxiRGBToYCC_16s_C3R));
+    expectYccStatuses<Mox32f>(MOX_EXPORT(moxiYCCToRGB_32f_AC4R));
+}
+
+}  // namespace
