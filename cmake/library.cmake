@@ -8,9 +8,20 @@ file(GLOB MOXCC_SOURCES CONFIGURE_DEPENDS
     frame/*.cpp models/*.cpp video/*.cpp demosaic/*.cpp tone/*.cpp math/*.cpp)
 list(FILTER MOXCC_SOURCES EXCLUDE REGEX "frame/moxcore\\.cpp$")
 
+# Tables are read-only data, written by small programs that run during the build: tools/<name>.cpp prints <name>.cpp.
+set(generated ${PROJECT_BINARY_DIR}/generated)
+file(MAKE_DIRECTORY ${generated})
+foreach(name gamma_tables)
+    add_executable(${name} ${PROJECT_SOURCE_DIR}/tools/${name}.cpp)
+    add_custom_command(OUTPUT ${generated}/${name}.cpp COMMAND ${name} > ${generated}/${name}.cpp VERBATIM)
+    list(APPEND MOXCC_TABLES ${generated}/${name}.cpp)
+endforeach()
+add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES})
+
 # moxcc_library(<target> <folder below lib> <rpath to libmoxcore> <instruction set options ...>)
 function(moxcc_library target folder rpath)
-    add_library(${target} SHARED ${MOXCC_SOURCES})
+    add_library(${target} SHARED ${MOXCC_SOURCES} ${MOXCC_TABLES})
+    add_dependencies(${target} moxcc_tables)
     target_include_directories(${target} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
         PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)

@@ -298,6 +298,17 @@ template <class T>
 MOX_INLINE Vec<T> shuffle(Vec<T> v, U8 order) {
     return as<Vec<T>>(U8{MOX_MM(shuffle_epi8)(as<U8>(v).r, order.r)});
 }
+/// The entry of a table of 2^bits bytes at each index; of the indices only the low bits count.
+template <int bits = 8>
+MOX_INLINE U8 lookUp(const uint8_t* table, U8 index) {
+    if constexpr (bits == 4) {
+        return shuffle(splatLane<U8>(load128(table)), index & splat<U8>(15));
+    } else {
+        constexpr int half = 1 << (bits - 1);
+        const U8 upper = as<U8>(U16{MOX_MM(slli_epi16)(index.r, 8 - bits)});
+        return select(upper, lookUp<bits - 1>(table + half, index), lookUp<bits - 1>(table, index));
+    }
+}
 /// The 32-bit elements a, b, c, d of each lane.
 template <int a, int b, int c, int d, class T>
 MOX_INLINE Vec<T> shuffle32(Vec<T> v) {

@@ -5,6 +5,8 @@
 #ifndef MOXCC_MOXCC_H
 #define MOXCC_MOXCC_H
 
+#include "moxcc/demosaic.h"
+#include "moxcc/gamma.h"
 #include "moxcc/gray.h"
 #include "moxcc/hls.h"
 #include "moxcc/hsv.h"
