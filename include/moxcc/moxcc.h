@@ -16,7 +16,9 @@
 #include "moxcc/types.h"
 #include "moxcc/v210.h"
 #include "moxcc/version.h"
+#include "moxcc/ycbcr.h"
 #include "moxcc/ycc.h"
 #include "moxcc/ycocg.h"
+#include "moxcc/yuv.h"
 
 #endif
