@@ -5,18 +5,18 @@
 
 namespace q4 {
 
-struct Matrix {
+struct CieMatrix {
     float row[3][3];
 };
 
-inline constexpr Matrix rgbToXyz = {
+inline constexpr CieMatrix rgbToXyz = {
     {{0.412453f, 0.35758f, 0.180423f}, {0.212671f, 0.71516f, 0.072169f}, {0.019334f, 0.119193f, 0.950227f}}};
-inline constexpr Matrix xyzToRgb = {
+inline constexpr CieMatrix xyzToRgb = {
     {{3.240479f, -1.53715f, -0.498535f}, {-0.969256f, 1.875991f, 0.041556f}, {0.055648f, -0.204043f, 1.057311f}}};
 
 /// On doubles, the matrix counts as its floats, widened.
 template <class V>
-MOX_INLINE Px<V, 3> operator*(const Matrix& m, const Px<V, 3>& p) {
+MOX_INLINE Px<V, 3> operator*(const CieMatrix& m, const Px<V, 3>& p) {
     const auto sum = [&](const float(&w)[3]) {
         return (splat<V>(w[0]) * p.c[0] + splat<V>(w[1]) * p.c[1]) + splat<V>(w[2]) * p.c[2];
     };

@@ -2,6 +2,7 @@
 #include "moxcc/gray.h"
 
 #include "frame/convert.h"
+#include "models/samples.h"
 #include "simd/control.h"
 
 namespace q4 {
@@ -52,13 +53,9 @@ struct GrayFloat {
 /// 16-bit samples, biased to 0 to 65535 if signed; the low 16 bits of the rounded sum are stored.
 template <class T>
 struct GrayRounded {
-    static constexpr int bias = std::is_signed_v<T> ? 32768 : 0;
     Weights<Mox32f> weights;
-
     MOX_INLINE Px<I32, 1> operator()(const Px<I32, 3>& p) const {
-        Px<F32, 3> f;
-        for (int c = 0; c < 3; ++c) f.c[c] = toF32(p.c[c] + splat<I32>(bias));
-        return {{lowBits<T>(nearest(weightedSum(weights, f)) - splat<I32>(bias))}};
+        return {{lowBits<T>(nearest(weightedSum(weights, unbiased<T>(p))) - splat<I32>(sampleBias<T>))}};
     }
 };
 

@@ -5,6 +5,7 @@
 #include <bit>
 
 #include "frame/convert.h"
+#include "models/samples.h"
 
 namespace q4 {
 namespace {
@@ -77,18 +78,9 @@ MOX_INLINE Encoded encode(const Px<F32, 3>& p, float redScale) {
 /// From Y and the differences, all scaled.
 MOX_INLINE Px<F32, 3> decode(F32 y, F32 c1, F32 c2) { return {{y + c2, (y - c1 * greenC1) - c2 * greenC2, y + c1}}; }
 
-/// Samples of 16 bits as floats, 0 to 65535.
-template <class T>
-constexpr int bias = std::is_signed_v<T> ? 32768 : 0;
-template <class T>
-MOX_INLINE Px<F32, 3> unbiased(const Px<I32, 3>& p) {
-    Px<F32, 3> f;
-    for (int c = 0; c < 3; ++c) f.c[c] = toF32(p.c[c] + splat<I32>(bias<T>));
-    return f;
-}
 template <class T>
 MOX_INLINE Px<I32, 3> biased(I32 a, I32 b, I32 c) {
-    return {{a - splat<I32>(bias<T>), b - splat<I32>(bias<T>), c - splat<I32>(bias<T>)}};
+    return {{a - splat<I32>(sampleBias<T>), b - splat<I32>(sampleBias<T>), c - splat<I32>(sampleBias<T>)}};
 }
 template <class T>
 MOX_INLINE Px<I32, 3> lowBitsBiased(I32 a, I32 b, I32 c) {
@@ -148,11 +140,10 @@ struct Encode32f {
         return {{e.y, e.c1 + offsetC1Float, e.c2 + offsetC2Float}};
     }
 };
-/// Clamped to 0 to 1; a NaN passes both tests.
 struct Decode32f {
     MOX_INLINE Px<F32, 3> operator()(const Px<F32, 3>& p) const {
         Px<F32, 3> rgb = decode(p.c[0] * gainY, (p.c[1] - offsetC1Float) * gainC1, (p.c[2] - offsetC2Float) * gainC2);
-        for (F32& v : rgb.c) v = min(splat<F32>(1), max(zero<F32>(), v));
+        for (F32& v : rgb.c) v = clampUnit(v);
         return rgb;
     }
 };

@@ -16,6 +16,7 @@
 #include "moxcc/types.h"
 #include "moxcc/v210.h"
 #include "moxcc/version.h"
+#include "moxcc/xyz.h"
 #include "moxcc/ycbcr.h"
 #include "moxcc/ycc.h"
 #include "moxcc/ycocg.h"

@@ -3,14 +3,11 @@
 
 #include <cmath>
 
-#include "support/support.h"
+#include "models/pixel_forms.h"
 
 using namespace moxtest;
 
 namespace {
-
-template <class T>
-using Rule = void (*)(const T* in, T* out, bool vectorColumn);
 
 int clampTo(int64_t v, int lo, int hi) { return static_cast<int>(v < lo ? lo : v > hi ? hi : v); }
 int truncated(float v) { return static_cast<int>(v); }
@@ -122,59 +119,29 @@ void decode32f(const Mox32f* in, Mox32f* out, bool) {
     out[2] = unit(y + c1);
 }
 
-// ---- the forms ------------------------------------------------------------------------------------------------------
-
-/// Compares a C3R or an AC4R form with its rule; alpha must stay.
-template <class T, class Function>
-void expectForm(int channels, int group, Rule<T> rule, Export<Function> function) {
-    for (const uint32_t control : mxcsr::roundings)
-        forEachSize([&](MoxiSize roi, Random& random) {
-            Plane<T> src(roi.width, roi.height, channels, random), want(roi.width, roi.height, channels, random);
-            if constexpr (std::is_floating_point_v<T>)
-                src.fill([&] { return random.oneIn(9) ? random.special<T>() : random.uniform(T(-0.5), T(1.5)); });
-            const Plane<T> before = want;
-            underMxcsr(control, [&] {
-                for (int y = 0; y < roi.height; ++y)
-                    for (int x = 0; x < roi.width; ++x) {
-                        const T in[3] = {src.get(x, y, 0), src.get(x, y, 1), src.get(x, y, 2)};
-                        T out[3];
-                        rule(in, out, x < roi.width / group * group);
-                        for (int c = 0; c < 3; ++c) want.set(x, y, c, out[c]);
-                    }
-            });
-            src.protect();
-            forEachLibrary([&](const Library& lib) {
-                Plane<T> got = before;
-                const MxcsrScope scope(control);
-                ASSERT_EQ(lib(function)(src.data(), src.step(), got.data(), got.step(), roi), moxStatusOk);
-                ASSERT_TRUE(same(got, want, Nan::anyNan));
-            });
-        });
-}
-
 TEST(Ycc, EightBit) {
-    expectForm<Mox8u>(3, 8, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_C3R));
-    expectForm<Mox8u>(4, 4, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_AC4R));
-    expectForm<Mox8u>(3, 8, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_C3R));
-    expectForm<Mox8u>(4, 4, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_AC4R));
+    expectPixelForm<Mox8u>(3, 8, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_C3R));
+    expectPixelForm<Mox8u>(4, 4, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_AC4R));
+    expectPixelForm<Mox8u>(3, 8, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_C3R));
+    expectPixelForm<Mox8u>(4, 4, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_AC4R));
 }
 
 TEST(Ycc, SixteenBit) {
-    expectForm<Mox16u>(3, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_C3R));
-    expectForm<Mox16u>(4, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_AC4R));
-    expectForm<Mox16s>(3, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_C3R));
-    expectForm<Mox16s>(4, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_AC4R));
-    expectForm<Mox16u>(3, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_C3R));
-    expectForm<Mox16u>(4, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_AC4R));
-    expectForm<Mox16s>(3, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_C3R));
-    expectForm<Mox16s>(4, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_AC4R));
+    expectPixelForm<Mox16u>(3, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_C3R));
+    expectPixelForm<Mox16u>(4, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_AC4R));
+    expectPixelForm<Mox16s>(3, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_C3R));
+    expectPixelForm<Mox16s>(4, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_AC4R));
+    expectPixelForm<Mox16u>(3, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_C3R));
+    expectPixelForm<Mox16u>(4, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_AC4R));
+    expectPixelForm<Mox16s>(3, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_C3R));
+    expectPixelForm<Mox16s>(4, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_AC4R));
 }
 
 TEST(Ycc, Float) {
-    expectForm<Mox32f>(3, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_C3R));
-    expectForm<Mox32f>(4, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_AC4R));
-    expectForm<Mox32f>(3, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_C3R));
-    expectForm<Mox32f>(4, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_AC4R));
+    expectPixelForm<Mox32f>(3, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_C3R));
+    expectPixelForm<Mox32f>(4, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_AC4R));
+    expectPixelForm<Mox32f>(3, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_C3R));
+    expectPixelForm<Mox32f>(4, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_AC4R));
 }
 
 TEST(Ycc, KnownColours) {
@@ -192,26 +159,6 @@ TEST(Ycc, KnownColours) {
                 for (int c = 0; c < 3; ++c) EXPECT_EQ(dst[c], colour[1][c]);
             }
     });
-}
-
-template <class T, class Function>
-void expectYccStatuses(Export<Function> function) {
-    Random random(1);
-    const Plane<T> src(9, 3, 4, Layout{}, random);
-    Plane<T> dst(9, 3, 4, Layout{}, random);
-    expectStatuses(function, {src.data(), src.step(), dst.data(), dst.step(), MoxiSize{9, 3}}, {&dst},
-                   {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                    {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                    {"width", {size(0, 1)}, moxStatusBadSize},
-                    {"height", {size(1, -1)}, moxStatusBadSize},
-                    {"a step of 0", {value(1, 0), value(3, 0)}, moxStatusOk}});
-}
-
-TEST(Ycc, Statuses) {
-    expectYccStatuses<Mox8u>(MOX_EXPORT(moxiRGBToYCC_8u_AC4R));
-    expectYccStatuses<Mox16u>(MOX_EXPORT(moxiYCCToRGB_16u_C3R));
-    expectYccStatuses<Mox16s>(MOX_EXPORT(moxiRGBToYCC_16s_C3R));
-    expectYccStatuses<Mox32f>(MOX_EXPORT(moxiYCCToRGB_32f_AC4R));
 }
 
 }  // namespace
