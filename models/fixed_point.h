@@ -9,32 +9,15 @@
 // pixels share their chroma, first chroma() on what they share, then pixel() on each luma sample.
 #pragma once
 
-#include "frame/block.h"
+#include "models/weighted_sum.h"
 
 namespace q4 {
-
-inline constexpr int one16 = 1 << 16;
-inline constexpr int half16 = 1 << 15;
 
 /// (x * weight) >> bits, for x of 16 - bits bits less than a lane has.
 template <int bits>
 MOX_INLINE I16 truncatedTerm(I16 x, int weight) {
     return mulHi(shl<16 - bits>(x), splat<I16>(int16_t(weight)));
 }
-/// (128 * x * weight + 16384) >> 15 of a byte.
-MOX_INLINE I16 roundedTerm(I16 x, int weight) { return mulHiRound(shl<7>(x), splat<I16>(int16_t(weight))); }
-
-/// A multiple by one of the small factors that rules need.
-template <int factor>
-MOX_INLINE I16 times(I16 x) {
-    if constexpr (factor == -2) return zero<I16>() - (x + x);
-    if constexpr (factor == -1) return zero<I16>() - x;
-    if constexpr (factor == 0) return zero<I16>();
-    if constexpr (factor == 1) return x;
-    if constexpr (factor == 2) return x + x;
-    static_assert(factor >= -2 && factor <= 2);
-}
-
 template <int constant>
 MOX_INLINE I16 plus(I16 x) {
     if constexpr (constant == 0)
@@ -45,40 +28,37 @@ MOX_INLINE I16 plus(I16 x) {
 
 // ---- a matrix with one sum at full precision ------------------------------------------------------------------------
 
-/// Result i is the sum of weight[i][j] * (sample j - base[j]) and offset[i], without its low 16 bits.
+/// Result i is the sum of row[i].weight[j] * (sample j - base[j]) and offset[i], without its low 16 bits.
 struct Matrix {
     int base[3];
-    int weight[3][3];
+    MatrixRow row[3];
     int offset[3];
 };
 
-/// Each weight is split into a whole number and a fraction of a signed 16-bit lane: the sum of the fractions takes 32
-/// bits, and all else is exact in 16.
 template <Matrix m>
 struct Exact {
-    static constexpr int whole(int weight) { return (weight + half16) >> 16; }
-    static constexpr int fraction(int weight) { return weight - whole(weight) * one16; }
     /// Luma enters each result as a whole number, so that the rest depends on chroma alone.
-    static constexpr bool wholeLuma =
-        fraction(m.weight[0][0]) == 0 && fraction(m.weight[1][0]) == 0 && fraction(m.weight[2][0]) == 0;
+    static constexpr bool wholeLuma = fractionPart(m.row[0].weight[0]) == 0 && fractionPart(m.row[1].weight[0]) == 0 &&
+                                      fractionPart(m.row[2].weight[0]) == 0;
 
     MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const { return pixel(p.c[0], chroma({{p.c[1], p.c[2]}})); }
 
     MOX_INLINE auto chroma(const Px<I16, 2>& p) const {
-        const I16 x[3] = {zero<I16>(), plus<-m.base[1]>(p.c[0]), plus<-m.base[2]>(p.c[1])};
+        const Px x = {zero<I16>(), plus<-m.base[1]>(p.c[0]), plus<-m.base[2]>(p.c[1])};
         if constexpr (wholeLuma)
             return Px{sum<0, 1>(x), sum<1, 1>(x), sum<2, 1>(x)};
         else
-            return Px<I16, 2>{{x[1], x[2]}};
+            return Px<I16, 2>{{x.c[1], x.c[2]}};
     }
     template <int n>
     MOX_INLINE Px<I16, 3> pixel(I16 luma, const Px<I16, n>& shared) const {
         const I16 y = plus<-m.base[0]>(luma);
         if constexpr (wholeLuma) {
-            return Px{times<whole(m.weight[0][0])>(y) + shared.c[0], times<whole(m.weight[1][0])>(y) + shared.c[1],
-                      times<whole(m.weight[2][0])>(y) + shared.c[2]};
+            return Px{times<wholePart(m.row[0].weight[0])>(y) + shared.c[0],
+                      times<wholePart(m.row[1].weight[0])>(y) + shared.c[1],
+                      times<wholePart(m.row[2].weight[0])>(y) + shared.c[2]};
         } else {
-            const I16 x[3] = {y, shared.c[0], shared.c[1]};
+            const Px x = {y, shared.c[0], shared.c[1]};
             return Px{sum<0>(x), sum<1>(x), sum<2>(x)};
         }
     }
@@ -86,42 +66,9 @@ struct Exact {
   private:
     /// Result i of the samples from number `from` on.
     template <int i, int from = 0>
-    MOX_INLINE static I16 sum(const I16 (&x)[3]) {
-        constexpr auto fractionOf = [](int j) { return j < from ? 0 : fraction(m.weight[i][j]); };
-        constexpr auto wholeOf = [](int j) { return j < from ? 0 : whole(m.weight[i][j]); };
-        I16 wholes = zero<I16>();
-        if constexpr (wholeOf(0) != 0) wholes = wholes + times<wholeOf(0)>(x[0]);
-        if constexpr (wholeOf(1) != 0) wholes = wholes + times<wholeOf(1)>(x[1]);
-        if constexpr (wholeOf(2) != 0) wholes = wholes + times<wholeOf(2)>(x[2]);
-
-        // The samples with a fraction, in pairs; a single one beside nothing needs no 32 bits.
-        constexpr int used = (fractionOf(0) != 0) + (fractionOf(1) != 0) + (fractionOf(2) != 0);
-        constexpr int first = fractionOf(0) != 0 ? 0 : fractionOf(1) != 0 ? 1 : 2;
-        constexpr int second = fractionOf(1) != 0 && first < 1 ? 1 : 2;
-        if constexpr (used == 0 && m.offset[i] == 0) {
-            return wholes;
-        } else if constexpr (used == 1 && m.offset[i] == 0) {
-            return wholes + mulHi(x[first], splat<I16>(fractionOf(first)));
-        } else {
-            const I16 b = used >= 2 ? x[second] : zero<I16>();
-            const I16 weights = pairOf(fractionOf(first), used >= 2 ? fractionOf(second) : 0);
-            I32 lo = dotPairs(unpackLo<16>(x[first], b), weights);
-            I32 hi = dotPairs(unpackHi<16>(x[first], b), weights);
-            if constexpr (used == 3) {
-                const I16 third = pairOf(fractionOf(2), 0);
-                lo = lo + dotPairs(unpackLo<16>(x[2], zero<I16>()), third);
-                hi = hi + dotPairs(unpackHi<16>(x[2], zero<I16>()), third);
-            }
-            if constexpr (m.offset[i] != 0) {
-                lo = lo + splat<I32>(m.offset[i]);
-                hi = hi + splat<I32>(m.offset[i]);
-            }
-            return wholes + narrowI16(shr<16>(lo), shr<16>(hi));
-        }
-    }
-
-    MOX_INLINE static I16 pairOf(int even, int odd) {
-        return as<I16>(splat<I32>(int32_t(uint32_t(uint16_t(even)) | uint32_t(uint16_t(odd)) << 16)));
+    MOX_INLINE static I16 sum(const Px<I16, 3>& x) {
+        constexpr MatrixRow row = {{from > 0 ? 0 : m.row[i].weight[0], m.row[i].weight[1], m.row[i].weight[2]}};
+        return FullPrecision<row, m.offset[i], 16>{}(x);
     }
 };
 
@@ -134,7 +81,7 @@ struct Offsets {
 };
 inline constexpr Matrix decoding(Bases base, int luma, int rCr, int gCb, int gCr, int bCb, Offsets offset) {
     return {{base.luma, base.chroma, base.chroma},
-            {{luma, 0, rCr}, {luma, gCb, gCr}, {luma, bCb, 0}},
+            {{{luma, 0, rCr}}, {{luma, gCb, gCr}}, {{luma, bCb, 0}}},
             {offset.r, offset.g, offset.b}};
 }
 
@@ -180,35 +127,5 @@ struct Terms {
         return w.luma == TermWeights::plain ? shl<w.fraction>(y) : term(y, w.luma);
     }
 };
-
-// ---- encoding with terms of few fractional bits ---------------------------------------------------------------------
-
-/// (the sum of the terms of R, G, B, and the offset) >> fraction.
-struct TermSum {
-    int weight[3];
-    int offset;
-    int fraction;
-};
-
-/// Terms (x * weight) >> 8 on unsigned lanes, which weights and sums up to 65535 need.
-template <TermSum s>
-MOX_INLINE I16 sumOfTerms8(const Px<I16, 3>& p) {
-    const auto term = [&](int c) { return mulHi(shl<8>(as<U16>(p.c[c])), splat<U16>(uint16_t(s.weight[c]))); };
-    return as<I16>(shr<s.fraction>(((term(0) + term(1)) + term(2)) + splat<U16>(s.offset)));
-}
-/// Terms (x * weight) >> 9.
-template <TermSum s>
-MOX_INLINE I16 sumOfTerms9(const Px<I16, 3>& p) {
-    const auto term = [&](int c) { return truncatedTerm<9>(p.c[c], s.weight[c]); };
-    return shr<s.fraction>(((term(0) + term(1)) + term(2)) + splat<I16>(s.offset));
-}
-/// Terms rounded to the fraction, (128 * x * |weight| + 16384) >> 15, of a negative weight subtracted.
-template <TermSum s>
-MOX_INLINE I16 sumOfRoundedTerms(const Px<I16, 3>& p) {
-    I16 sum = splat<I16>(s.offset);
-    for (int c = 0; c < 3; ++c)
-        sum = s.weight[c] < 0 ? sum - roundedTerm(p.c[c], -s.weight[c]) : sum + roundedTerm(p.c[c], s.weight[c]);
-    return shr<s.fraction>(sum);
-}
 
 }  // namespace q4

@@ -10,29 +10,19 @@ namespace q4 {
 /// 0.257, 0.504, 0.098; -0.148, -0.291, 0.439; 0.439, -0.368, -0.071, and 16.5 and 128.5, in units of 1/65536.
 using YF1 = Exact<Matrix{
     {0, 0, 0},
-    {{16843, 33030, 6423}, {-9699, -19071, 28770}, {28770, -24117, -4653}},
+    {{{16843, 33030, 6423}}, {{-9699, -19071, 28770}}, {{28770, -24117, -4653}}},
     {0x108000, 0x808000, 0x808000},
 }>;
 
 /// Terms rounded to 6 fractional bits.
-struct YF2 {
-    static constexpr TermSum luma = {{4211, 8258, 1606}, (16 << 6) + 32, 6};
-    static constexpr TermSum cb = {{-2425, -4768, 7193}, (128 << 6) + 2, 6};
-    static constexpr TermSum cr = {{7193, -6029, -1163}, (128 << 6) + 2, 6};
-    MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const {
-        return Px{sumOfRoundedTerms<luma>(p), sumOfRoundedTerms<cb>(p), sumOfRoundedTerms<cr>(p)};
-    }
-};
+using YF2 = PerChannel<RoundedTerms<{{4211, 8258, 1606}}, 7, (16 << 6) + 32, 6>,
+                       RoundedTerms<{{-2425, -4768, 7193}}, 7, (128 << 6) + 2, 6>,
+                       RoundedTerms<{{7193, -6029, -1163}}, 7, (128 << 6) + 2, 6>>;
 
-/// Terms truncated to 8 fractional bits in luma, to 7 in chroma.
-struct YF3 {
-    static constexpr TermSum luma = {{16843, 33030, 6423}, (16 << 8) + 128, 8};
-    static constexpr TermSum cb = {{-9699, -19071, 28770}, (128 << 7) + 64, 7};
-    static constexpr TermSum cr = {{28770, -24117, -4653}, (128 << 7) + 64, 7};
-    MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const {
-        return Px{sumOfTerms8<luma>(p), sumOfTerms9<cb>(p), sumOfTerms9<cr>(p)};
-    }
-};
+/// Terms truncated to 8 fractional bits in luma, whose sum takes 16 bits, and to 7 in chroma.
+using YF3 = PerChannel<TruncatedTerms<{{16843, 33030, 6423}}, 8, (16 << 8) + 128, 8>,
+                       FlooredTerms<{{-9699, -19071, 28770}}, 7, (128 << 7) + 64, 7>,
+                       FlooredTerms<{{28770, -24117, -4653}}, 7, (128 << 7) + 64, 7>>;
 
 // ---- to R, G, B -----------------------------------------------------------------------------------------------------
 

@@ -14,7 +14,7 @@ struct ScaledDifferences {
     MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const {
         const Px<I16, 3> x = Exact<Matrix{
             {0, 0, 0},
-            {{19595, 38470, 7471}, {-19595, -38470, one16 - 7471}, {one16 - 19595, -38470, -7471}},
+            {{{19595, 38470, 7471}}, {{-19595, -38470, one16 - 7471}}, {{one16 - 19595, -38470, -7471}}},
             {lumaOffset, differenceOffset, differenceOffset},
         }>{}(p);
         const I16 scaledV = x.c[2] + mulHi(x.c[2], splat<I16>(57475 - one16));
@@ -25,19 +25,14 @@ using UF1 = ScaledDifferences<half16, half16>;
 using UF2 = ScaledDifferences<0, half16 - 1>;
 
 /// Terms truncated to 8 fractional bits in luma, to 6 in chroma. White gives Y 254.
-struct UF3 {
-    static constexpr TermSum luma = {{19595, 38469, 7471}, 0, 8};
-    static constexpr TermSum u = {{-4816, -9469, 14286}, 128 << 6, 6};
-    static constexpr TermSum v = {{20152, -16875, -3276}, 128 << 6, 6};
-    MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const {
-        return Px{sumOfTerms8<luma>(p), sumOfTerms9<u>(p), sumOfTerms9<v>(p)};
-    }
-};
+using UF3 =
+    PerChannel<TruncatedTerms<{{19595, 38469, 7471}}, 8, 0, 8>, FlooredTerms<{{-4816, -9469, 14286}}, 7, 128 << 6, 6>,
+               FlooredTerms<{{20152, -16875, -3276}}, 7, 128 << 6, 6>>;
 
 /// Chroma weights of 15 fractional bits.
 using UF4 = Exact<Matrix{
     {0, 0, 0},
-    {{19595, 38469, 7471}, {2 * -4816, 2 * -9469, 2 * 14286}, {2 * 20152, 2 * -16875, 2 * -3276}},
+    {{{19595, 38469, 7471}}, {{2 * -4816, 2 * -9469, 2 * 14286}}, {{2 * 20152, 2 * -16875, 2 * -3276}}},
     {0, 128 * one16, 128 * one16},
 }>;
 
