@@ -244,6 +244,14 @@ MOX_INLINE void gatherPairs(const float* table, I32 index, F32& first, F32& seco
     first = gather(table, at), second = gather(table + 1, at);
 }
 
+/// The byte of a table of 256 that each byte names.
+MOX_INLINE U8 lookUp(const uint8_t* table, U8 index) {
+    alignas(vectorBytes) uint8_t bytes[vectorBytes];
+    store(bytes, index);
+    for (uint8_t& byte : bytes) byte = table[byte];
+    return load<U8>(bytes);
+}
+
 // ---- bits -----------------------------------------------------------------------------------------------------------
 
 template <class T>
@@ -336,6 +344,16 @@ template <int n, class T>
 MOX_INLINE Vec<T> alignBytes(Vec<T> high, Vec<T> low) {
     return as<Vec<T>>(I32{MOX_MM(alignr_epi8)(as<I32>(high).r, as<I32>(low).r, n)});
 }
+/// The lanes of a block's vector and of the one before it, moved on by one: lane l of the result comes before lane l of
+/// v.
+template <class T>
+MOX_INLINE Vec<T> lanesBefore([[maybe_unused]] Vec<T> v, Vec<T> before) {
+#if defined(__AVX2__)
+    return as<Vec<T>>(I32{_mm256_permute2x128_si256(as<I32>(before).r, as<I32>(v).r, 0x21)});
+#else
+    return before;
+#endif
+}
 /// Each lane moved towards higher or lower addresses by n bytes, filled with 0.
 template <int n, class T>
 MOX_INLINE Vec<T> bytesUp(Vec<T> v) {
@@ -413,6 +431,7 @@ MOX_BINARY(I32, min, min_epi32)
 MOX_BINARY(I32, max, max_epi32)
 MOX_BINARY(I32, eq, cmpeq_epi32)
 MOX_BINARY(I32, gt, cmpgt_epi32)
+MOX_BINARY(I32, pairSums, hadd_epi32)
 
 /// (a + b) >> 1.
 MOX_INLINE U8 avgDown(U8 a, U8 b) { return avg(a, b) - ((a ^ b) & splat<U8>(1)); }

@@ -18,6 +18,7 @@
 #include "moxcc/version.h"
 #include "moxcc/xyz.h"
 #include "moxcc/ycbcr.h"
+#include "moxcc/ycbcr_encode.h"
 #include "moxcc/ycc.h"
 #include "moxcc/ycocg.h"
 #include "moxcc/yuv.h"

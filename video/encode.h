@@ -1,0 +1,172 @@
+// Encoding into subsampled video: luma for every pixel, chroma from the sums over each cell of pixels.
+//
+// A row of cells has up to three parts, each with rules of its own: columns below a limit, the rest of the whole cells,
+// and what is left of a cell, such as the last pixel of an odd width:
+//
+//     using innerX = Encode<C3<Mox8u>, YCbCr422, Passes<8>, LumaChroma<YL3, YC3>, LumaChroma<YL1, YC1>>;
+//
+// The rules of a part are a type with
+//
+//     Px<I16, n> terms(Px<I16, 3>)             what a pixel gives beside its colour, n values
+//     I16 luma(Px<I16, n>)                     a pixel's luma from its terms
+//     Px<I16, 2> chroma(Px<I16, 3>, Px<I16, n>)   the chroma of a cell from the sums of its colours and of its terms
+//
+// Sums that do not fit 16 bits wrap; a rule may take them as unsigned.
+#pragma once
+
+#include "frame/convert.h"
+#include "frame/video_layouts.h"
+#include "models/weighted_sum.h"
+
+namespace q4 {
+
+// ---- rules ----------------------------------------------------------------------------------------------------------
+
+/// Two rules for the two chroma samples.
+template <class Cb, class Cr>
+using Chroma = PerChannel<Cb, Cr>;
+
+/// Luma from the pixel's colour, chroma from the sums of colours.
+template <class Luma, class ChromaRule>
+struct LumaChroma {
+    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{Luma{}(p)}}; }
+    MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return terms.c[0]; }
+    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>&) { return ChromaRule{}(colours); }
+};
+
+/// Luma alone, as a rule for pixels.
+template <class Luma>
+using LumaOnly = PerChannel<Luma>;
+
+// ---- blocks of cells ------------------------------------------------------------------------------------------------
+
+/// The low half of a chroma vector from a vector of 16-bit samples.
+MOX_INLINE U8 lowHalf(I16 samples) { return narrowU8(samples, samples); }
+
+/// Applies the rules of cells to a block of one row of pixels, or of two.
+template <int cellWidth, class Rules>
+struct Cells {
+    template <class D, int N>
+    MOX_INLINE auto apply(const Block<uint8_t, 3, N>& row) const {
+        const Block<uint8_t, 3, N> rows[] = {row};
+        return encode(rows);
+    }
+    template <class D, int N>
+    MOX_INLINE auto apply(const RowPair<Block<uint8_t, 3, N>>& pair) const {
+        return encode(pair.row);
+    }
+
+  private:
+    template <int N, int rows>
+    MOX_INLINE static auto encode(const Block<uint8_t, 3, N> (&row)[rows]) {
+        YccBlock<rows, cellWidth> out;
+        using Terms = decltype(Rules::terms({}));
+        constexpr int termCount = sizeof(Terms) / sizeof(I16);
+        Terms sums[2] = {};  // of the rows' terms
+        for (int r = 0; r < rows; ++r) {
+            I16 luma[2];
+            for (int half = 0; half < 2; ++half) {
+                Px<I16, 3> p;
+                for (int c = 0; c < 3; ++c) p.c[c] = spread<I16>(row[r].c[c]).v[half];
+                const Terms terms = Rules::terms(p);
+                luma[half] = Rules::luma(terms);
+                for (int t = 0; t < termCount; ++t) sums[half].c[t] = sums[half].c[t] + terms.c[t];
+            }
+            out.y[r] = narrowU8(luma[0], luma[1]);
+        }
+
+        Px<I16, 3> colours;
+        for (int c = 0; c < 3; ++c) {
+            I16 pairs = dotPairs(row[0].c[c].v[0], splat<I8>(1));
+            if constexpr (rows == 2) pairs = pairs + dotPairs(row[1].c[c].v[0], splat<I8>(1));
+            colours.c[c] = cellSums(pairs);
+        }
+        Terms terms;
+        for (int t = 0; t < termCount; ++t) terms.c[t] = cellSums(pairSums(sums[0].c[t], sums[1].c[t]));
+        const Px<I16, 2> chroma = Rules::chroma(colours, terms);
+        for (int i = 0; i < 2; ++i) out.chroma[i] = lowHalf(chroma.c[i]);
+        return out;
+    }
+
+    MOX_INLINE static I16 cellSums(I16 pairs) {
+        static_assert(cellWidth == 2 || cellWidth == 4);
+        return cellWidth == 2 ? pairs : pairSums(pairs, pairs);
+    }
+};
+
+// ---- layouts of the source ------------------------------------------------------------------------------------------
+
+using RGB = C3<Mox8u>;
+using RGBA = AC4<Mox8u>;
+using BGR = Reversed<RGB>;
+using BGRA = Reversed<RGBA>;
+using PlanarRGB = P3<Mox8u>;
+
+// ---- kernels --------------------------------------------------------------------------------------------------------
+
+/// The columns that whole passes take, then at most one pass of each narrower width.
+template <int pass, int... single>
+struct Passes {
+    static constexpr ptrdiff_t limit(ptrdiff_t width) { return ((width & -pass) + ... + (width & single)); }
+};
+
+/// All that whole cells cover.
+struct AllCells {
+    static constexpr ptrdiff_t limit(ptrdiff_t width) { return width; }
+};
+
+/// Encodes a row of cells: columns below the limit, other whole cells, and the rest. Without a rule for the rest, it is
+/// neither read nor written.
+template <class Pixels_, class Dst_, class Limit, class Below, class Above, class Rest = void>
+struct Encode {
+    using Pixels = Pixels_;
+    using Dst = Dst_;
+    static constexpr int cellRows = Dst::BlockType::rows;
+    static constexpr int cellWidth = Dst::BlockType::cellWidth;
+    using Src = std::conditional_t<cellRows == 2, TwoRows<Pixels>, Pixels>;
+
+    MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+        const ptrdiff_t whole = width & -cellWidth, limit = Limit::limit(whole);
+        span<Src, Dst>(src, dst, 0, limit, Cells<cellWidth, Below>{});
+        span<Src, Dst>(src, dst, limit, whole, Cells<cellWidth, Above>{});
+        if constexpr (!std::is_void_v<Rest>) span<Src, Dst>(src, dst, whole, width, Cells<cellWidth, Rest>{});
+    }
+};
+
+/// Runs a kernel over all rows of cells. 4:2:0 and 4:1:1 warn of pixels that are in no whole cell.
+template <class Kernel, int n>
+MoxStatus encodeCells(const Kernel& kernel, const Image<const uint8_t, n>& src,
+                      const Image<uint8_t, Kernel::Dst::planes>& dst, MoxiSize size) {
+    constexpr int cellRows = Kernel::cellRows, cellWidth = Kernel::cellWidth;
+    if constexpr (cellRows == 2)
+        eachRow(kernel, rowPairs(src), dst, {size.width, size.height / 2});
+    else
+        eachRow(kernel, src, dst, size);
+    constexpr bool warns = cellRows * cellWidth == 4;
+    return warns && (size.width % cellWidth || size.height % cellRows) ? moxStatusOddSize : moxStatusOk;
+}
+
+/// Tests the arguments and encodes the picture. Pixels come as one picture or as planes with one step; the destination is
+/// one picture, or planes with a step each.
+template <class Kernel, PlanesTested tested = PlanesTested::afterSize, class S, class D, class DstStep>
+MoxStatus encode(S* src, int32_t srcStep, D* dst, DstStep dstStep, MoxiSize roiSize, MoxiSize smallest = {1, 1}) {
+    using Dst = typename Kernel::Dst;
+    constexpr int dstPlanes = Dst::planes - (Kernel::cellRows - 1);  // luma has a row pointer for each row
+    if (MoxStatus s = checkPicture<tested, Kernel::Pixels::planes, dstPlanes>(src, dst, roiSize, smallest)) return s;
+    const auto from = imageOf<typename Kernel::Pixels>(src, srcStep);
+    if constexpr (Kernel::cellRows == 2)
+        return encodeCells(Kernel{}, from, cells420(dst, dstStep), roiSize);
+    else
+        return encodeCells(Kernel{}, from, imageOf<Dst>(dst, dstStep), roiSize);
+}
+
+/// The same for a luma plane and a plane of chroma pairs.
+template <class Kernel>
+MoxStatus encode(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstChroma,
+                 int32_t dstChromaStep, MoxiSize roiSize, MoxiSize smallest = {1, 1}) {
+    if (MoxStatus s = firstOf(notNull(src, dstY, dstChroma), sizeAtLeast(roiSize, smallest.width, smallest.height)))
+        return s;
+    return encodeCells(Kernel{}, image(src, srcStep), cells420(dstY, dstYStep, dstChroma, dstChromaStep), roiSize);
+}
+
+}  // namespace q4
