@@ -94,13 +94,16 @@ struct Cells {
     }
 };
 
-// ---- layouts of the source ------------------------------------------------------------------------------------------
+// ---- layouts --------------------------------------------------------------------------------------------------------
 
 using RGB = C3<Mox8u>;
 using RGBA = AC4<Mox8u>;
 using BGR = Reversed<RGB>;
 using BGRA = Reversed<RGBA>;
 using PlanarRGB = P3<Mox8u>;
+
+using YCrCb422 = Crossed<YCbCr422>;
+using PlanarYCrCb420 = Crossed<Planar420>;
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
@@ -145,6 +148,9 @@ MoxStatus encodeCells(const Kernel& kernel, const Image<const uint8_t, n>& src,
     constexpr bool warns = cellRows * cellWidth == 4;
     return warns && (size.width % cellWidth || size.height % cellRows) ? moxStatusOddSize : moxStatusOk;
 }
+
+/// The pointers in plane arrays are tested before the size.
+inline constexpr PlanesTested planesFirst = PlanesTested::beforeSize;
 
 /// Tests the arguments and encodes the picture. Pixels come as one picture or as planes with one step; the destination is
 /// one picture, or planes with a step each.

@@ -128,9 +128,6 @@ using FilteredGamma =
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
-using YCrCb422 = Crossed<YCbCr422>;
-using PlanarYCrCb420 = Crossed<Planar420>;
-
 // Source, destination, columns below the limit and their rules, rules of the others, rules of a last odd pixel.
 
 // 4:2:2
@@ -211,13 +208,10 @@ struct myRGBToCbYCr422Gamma_8u_C3C2R : ToFilteredCbYCr422<GammaCorrected<RGB>> {
     }
 };
 
-// ---- entries --------------------------------------------------------------------------------------------------------
-
-constexpr MoxiSize oneCell422 = {2, 1}, oneCell420 = {2, 2}, oneCell411 = {4, 1};
-constexpr PlanesTested beforeSize = PlanesTested::beforeSize;
-
 }  // namespace
 }  // namespace q4
+
+// ---- entries --------------------------------------------------------------------------------------------------------
 
 using namespace q4;
 
@@ -243,11 +237,11 @@ MoxStatus moxiRGBToCbYCr422Gamma_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox
     return encode<myRGBToCbYCr422Gamma_8u_C3C2R>(src, srcStep, dst, dstStep, roiSize);
 }
 MoxStatus moxiBGRToYCbCr422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGR, YCbCr422>>(src, srcStep, dst, dstStep, roiSize, oneCell422);
+    return encode<innerBGRToYCbCr422<BGR, YCbCr422>>(src, srcStep, dst, dstStep, roiSize, {2, 1});
 }
 MoxStatus moxiBGRToYCbCr422_8u_AC4C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                       MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGRA, YCbCr422>>(src, srcStep, dst, dstStep, roiSize, oneCell422);
+    return encode<innerBGRToYCbCr422<BGRA, YCbCr422>>(src, srcStep, dst, dstStep, roiSize, {2, 1});
 }
 MoxStatus moxiBGRToCbYCr422_8u_AC4C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                       MoxiSize roiSize) {
@@ -255,18 +249,15 @@ MoxStatus moxiBGRToCbYCr422_8u_AC4C2R(const Mox8u* src, int32_t srcStep, Mox8u* 
 }
 MoxStatus moxiRGBToYCbCr422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<RGB, Planar422>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                  oneCell422);
+    return encode<innerBGRToYCbCr422<RGB, Planar422>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {2, 1});
 }
 MoxStatus moxiBGRToYCbCr422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGR, Planar422>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                  oneCell422);
+    return encode<innerBGRToYCbCr422<BGR, Planar422>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {2, 1});
 }
 MoxStatus moxiBGRToYCbCr422_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                       const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGRA, Planar422>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                   oneCell422);
+    return encode<innerBGRToYCbCr422<BGRA, Planar422>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {2, 1});
 }
 
 MoxStatus moxiRGBToYCbCr420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
@@ -275,28 +266,28 @@ MoxStatus moxiRGBToYCbCr420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* c
 }
 MoxStatus moxiRGBToYCrCb420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                       const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownToYCbCr420_8u_AC4P3R<RGBA, PlanarYCrCb420>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                             oneCell420);
+    return encode<ownToYCbCr420_8u_AC4P3R<RGBA, PlanarYCrCb420>, planesFirst>(src, srcStep, dstPlanes, dstSteps,
+                                                                              roiSize, {2, 2});
 }
 MoxStatus moxiBGRToYCbCr420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr420_8u_C3P3R<Planar420>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                    oneCell420);
+    return encode<ownBGRToYCbCr420_8u_C3P3R<Planar420>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize,
+                                                                     {2, 2});
 }
 MoxStatus moxiBGRToYCbCr420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                       const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownToYCbCr420_8u_AC4P3R<BGRA, Planar420>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                        oneCell420);
+    return encode<ownToYCbCr420_8u_AC4P3R<BGRA, Planar420>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize,
+                                                                         {2, 2});
 }
 MoxStatus moxiBGRToYCrCb420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr420_8u_C3P3R<PlanarYCrCb420>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                         oneCell420);
+    return encode<ownBGRToYCbCr420_8u_C3P3R<PlanarYCrCb420>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize,
+                                                                          {2, 2});
 }
 MoxStatus moxiBGRToYCrCb420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                       const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownToYCbCr420_8u_AC4P3R<BGRA, PlanarYCrCb420>, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                             oneCell420);
+    return encode<ownToYCbCr420_8u_AC4P3R<BGRA, PlanarYCrCb420>, planesFirst>(src, srcStep, dstPlanes, dstSteps,
+                                                                              roiSize, {2, 2});
 }
 MoxStatus moxiRGBToYCbCr420_8u_C3P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr,
                                      int32_t dstCbCrStep, MoxiSize roiSize) {
@@ -317,9 +308,9 @@ MoxStatus moxiBGRToYCbCr420_8u_AC4P2R(const Mox8u* src, int32_t srcStep, Mox8u* 
 
 MoxStatus moxiBGRToYCbCr411_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr411_8u_C3P3R, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize, oneCell411);
+    return encode<ownBGRToYCbCr411_8u_C3P3R, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {4, 1});
 }
 MoxStatus moxiBGRToYCbCr411_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                       const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr411_8u_AC4P3R, beforeSize>(src, srcStep, dstPlanes, dstSteps, roiSize, oneCell411);
+    return encode<ownBGRToYCbCr411_8u_AC4P3R, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {4, 1});
 }

@@ -29,6 +29,36 @@ using CellRule = std::function<Samples(const std::vector<Colour>&)>;
 inline int clamp(int x) { return std::clamp(x, 0, 255); }
 inline int floorShift(int64_t x, int bits) { return static_cast<int>(x >> bits); }
 
+// ---- rules ----------------------------------------------------------------------------------------------------------
+
+struct CbCr {
+    int cb, cr;
+};
+using LumaRule = int (*)(Colour);
+using ChromaRule = CbCr (*)(Colour sums);
+
+/// A cell's rule from those of the luma of even and odd columns, and of the chroma of the cell's sums.
+inline CellRule cell(LumaRule even, LumaRule odd, ChromaRule chroma) {
+    return [=](const std::vector<Colour>& pixels) {
+        Samples samples;
+        Colour sums = {};
+        for (size_t i = 0; i < pixels.size(); ++i) {
+            samples.y.push_back((i % 2 ? odd : even)(pixels[i]));
+            sums = sums + pixels[i];
+        }
+        samples.cb = chroma(sums).cb, samples.cr = chroma(sums).cr;
+        return samples;
+    };
+}
+inline CellRule cell(LumaRule luma, ChromaRule chroma) { return cell(luma, luma, chroma); }
+
+template <int group>
+int wholeGroups(int width) {
+    return width / group * group;
+}
+
+// ---- pictures -------------------------------------------------------------------------------------------------------
+
 /// What an export's name tells of its formats.
 struct Format {
     explicit Format(const std::string& name) {

@@ -19,11 +19,6 @@ int yl4(Colour p) { return clamp(floorShift(m(p.r, 4211) + m(p.g, 8258) + m(p.b,
 int yl5(Colour p) { return clamp(floorShift((p.r * 8422 >> 8) + (p.g * 16515 >> 8) + (p.b * 3212 >> 8) + 2112, 7)); }
 int yl6(Colour p) { return clamp(floorShift(m(p.r, 4211) + m(p.g, 8258) + m(p.b, 1606), 6) + 16); }
 
-struct CbCr {
-    int cb, cr;
-};
-using ChromaRule = CbCr (*)(Colour sums);
-
 template <int cbOffset, int crOffset, int shift>
 CbCr exact(Colour s) {
     return {floorShift(-9699 * s.r - 19071 * s.g + 28770 * s.b + cbOffset, shift),
@@ -57,25 +52,6 @@ CbCr yc8(Colour s) {
     const auto hq = [](int x, int c) { return floorShift(32 * x * c, 16); };
     return {clamp(floorShift(hq(s.b, 28770) - hq(s.g, 19071) - hq(s.r, 9699) + 16400, 7)),
             clamp(floorShift(hq(s.r, 28770) - hq(s.g, 24117) - hq(s.b, 4653) + 16400, 7))};
-}
-
-CellRule cell(int (*even)(Colour), int (*odd)(Colour), ChromaRule chroma) {
-    return [=](const std::vector<Colour>& pixels) {
-        Samples samples;
-        Colour sums = {};
-        for (size_t i = 0; i < pixels.size(); ++i) {
-            samples.y.push_back((i % 2 ? odd : even)(pixels[i]));
-            sums = sums + pixels[i];
-        }
-        samples.cb = chroma(sums).cb, samples.cr = chroma(sums).cr;
-        return samples;
-    };
-}
-CellRule cell(int (*luma)(Colour), ChromaRule chroma) { return cell(luma, luma, chroma); }
-
-template <int group>
-int wholeGroups(int width) {
-    return width / group * group;
 }
 
 const CellRule onePixel = cell(yl1, exact<0x808000, 0x808000, 16>);
