@@ -145,6 +145,20 @@ struct Packed422 {
         q4::store<32>(p, unpackLo<8>(first, second));
         q4::store<32>(p + 16, unpackHi<8>(first, second));
     }
+
+    struct Cell {
+        uint8_t bytes[4];
+    };
+    /// The cell of the last pixel of an odd width, of which p holds luma and the first chroma: the second chroma is that
+    /// of the pair before, or, if there is none, the first for both.
+    static Cell lastCell(const uint8_t* p, bool pairBefore) {
+        constexpr int luma = order == Order::lumaFirst ? 0 : 1, first = 1 - luma;
+        Cell cell;
+        cell.bytes[luma] = cell.bytes[luma + 2] = p[luma];
+        cell.bytes[first] = p[first];
+        cell.bytes[first + 2] = pairBefore ? p[first - 2] : p[first];
+        return cell;
+    }
 };
 
 using YCbCr422 = Packed422<Order::lumaFirst>;
@@ -183,8 +197,10 @@ MOX_INLINE auto withFourth(const RowPair<Block<T, 3, N>>& in, T value) {
 /// Two rows of any layout at a time. The row pointers are those of the upper row, then those of the lower.
 template <class Layout>
 struct TwoRows {
+    using Row = Layout;
     using Sample = typename Layout::Sample;
     static constexpr int planes = 2 * Layout::planes;
+    static constexpr int channels = Layout::channels;
     static constexpr bool keepsOld = Layout::keepsOld;
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane % Layout::planes, n); }
 

@@ -11,6 +11,7 @@
 #include "moxcc/hls.h"
 #include "moxcc/hsv.h"
 #include "moxcc/luv.h"
+#include "moxcc/rec709_decode.h"
 #include "moxcc/sampling.h"
 #include "moxcc/tonemap.h"
 #include "moxcc/types.h"
@@ -18,9 +19,11 @@
 #include "moxcc/version.h"
 #include "moxcc/xyz.h"
 #include "moxcc/ycbcr.h"
+#include "moxcc/ycbcr_decode.h"
 #include "moxcc/ycbcr_encode.h"
 #include "moxcc/ycc.h"
 #include "moxcc/ycocg.h"
 #include "moxcc/yuv.h"
+#include "moxcc/yuv_decode.h"
 
 #endif
