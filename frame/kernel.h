@@ -146,10 +146,9 @@ MOX_INLINE ptrdiff_t wholeSamples(int32_t step) {
     return step & -ptrdiff_t(sizeof(T));
 }
 
-/// Runs a row kernel over all rows.
-template <class Kernel>
-inline void eachRow(const Kernel& kernel, const Image<const uint8_t, Kernel::Src::planes>& src,
-                    const Image<uint8_t, Kernel::Dst::planes>& dst, MoxiSize size) {
+/// Runs a row kernel over all rows of two pictures: images, or anything else that has a row(y).
+template <class Kernel, class Src, class Dst>
+inline void eachRow(const Kernel& kernel, const Src& src, const Dst& dst, MoxiSize size) {
     for (ptrdiff_t y = 0; y < size.height; ++y) kernel.row(src.row(y), dst.row(y), size.width);
 }
 

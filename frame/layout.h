@@ -53,6 +53,10 @@ struct Interleaved {
     template <int N>
     MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const Block<T, used, N>& block) {
         uint8_t* p = rows.p[0] + bytes(0, x);
+        if constexpr (C == 1 && Channel<T, N>::vectors == 2) {
+            storePair<laneStride<N>>(p, block.c[0].v[0], block.c[0].v[1]);
+            return;
+        }
         for (int j = 0; j < block.c[0].vectors; ++j, p += vectorStride) {
             Vec<T> channel[C], reg[C];
             for (int c = 0; c < C; ++c) channel[c] = c < used ? block.c[c].v[j] : zero<Vec<T>>();

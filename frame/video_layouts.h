@@ -142,8 +142,7 @@ struct Packed422 {
         const U8 pairs = joinPairs(block.chroma);
         const U8 first = order == Order::lumaFirst ? block.y[0] : pairs;
         const U8 second = order == Order::lumaFirst ? pairs : block.y[0];
-        q4::store<32>(p, unpackLo<8>(first, second));
-        q4::store<32>(p + 16, unpackHi<8>(first, second));
+        storePair<32>(p, unpackLo<8>(first, second), unpackHi<8>(first, second));
     }
 
     struct Cell {

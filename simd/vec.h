@@ -173,10 +173,14 @@ MOX_INLINE V load(const void* p) {
 /// 8 bytes into the low half of each lane, the rest 0.
 template <class V, int laneBytes = 8>
 MOX_INLINE V loadHalf(const void* p) {
-    if constexpr (lanes == 1)
-        return fromLanes<V>(load64(p), __m128i{});
+#if defined(__AVX2__)
+    if constexpr (laneBytes == 8)
+        return as<V>(I32{_mm256_permute4x64_epi64(_mm256_zextsi128_si256(load128(p)), 0 | 2 << 2 | 1 << 4 | 3 << 6)});
     else
         return fromLanes<V>(load64(p), load64(static_cast<const uint8_t*>(p) + laneBytes));
+#else
+    return fromLanes<V>(load64(p), __m128i{});
+#endif
 }
 /// 4 bytes into the low quarter of each lane, the rest 0.
 template <class V, int laneBytes = 4>
@@ -212,6 +216,12 @@ MOX_INLINE void storePair(void* p, Vec<T> a, Vec<T> b) {
 /// The low 8 bytes of each lane.
 template <int laneBytes = 8, class T>
 MOX_INLINE void storeHalf(void* p, Vec<T> v) {
+#if defined(__AVX2__)
+    if constexpr (laneBytes == 8) {
+        store128(p, _mm256_castsi256_si128(_mm256_permute4x64_epi64(as<I32>(v).r, 0 | 2 << 2)));
+        return;
+    }
+#endif
     store64(p, laneOf<0>(v));
     if constexpr (lanes == 2) store64(static_cast<uint8_t*>(p) + laneBytes, laneOf<lanes - 1>(v));
 }

@@ -1,6 +1,9 @@
 // Chroma planes from one sampling to another by averages of neighbours. The columns below a limit round averages up,
 // the rest round down.
 #include "moxcc/sampling.h"
+
+#include <algorithm>
+
 #include "video/sampling.h"
 
 namespace q4 {
@@ -69,16 +72,21 @@ struct WithNextColumn {
     using Dst = Dst_;
     using Both = TwoRows<Src>;
 
-    static SrcRows<Both::planes> beside(const SrcRows<Src::planes>& rows, ptrdiff_t columns) {
-        SrcRows<Both::planes> both;
-        for (int i = 0; i < Both::planes; ++i) both.p[i] = rows.p[i % Src::planes] + (i < Src::planes ? 0 : columns);
-        return both;
-    }
     void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
-        const ptrdiff_t last = width - 1, limit = last & -16;
-        span<Both, Dst>(beside(src, 1), dst, 0, limit, Rule<Up>{});
-        span<Both, Dst>(beside(src, 1), dst, limit, last, Rule<Down>{});
-        span<Both, Dst>(beside(src, 0), dst, last, width, Rule<Down>{});
+        const ptrdiff_t limit = (width - 1) & -16, rest = width - limit;  // 1 to 16 columns
+        Mox8u shifted[Src::planes][vectorBytes];
+        SrcRows<Src::planes> next, end, endNext;
+        for (int i = 0; i < Src::planes; ++i) {
+            next.p[i] = src.p[i] + 1;
+            end.p[i] = src.p[i] + limit;
+            endNext.p[i] = shifted[i];
+            std::copy_n(end.p[i] + 1, rest - 1, shifted[i]);
+            shifted[i][rest - 1] = end.p[i][rest - 1];
+        }
+        DstRows<Dst::planes> dstEnd;
+        for (int i = 0; i < Dst::planes; ++i) dstEnd.p[i] = dst.p[i] + Dst::bytes(i, limit);
+        span<Both, Dst>(join(src, next), dst, 0, limit, Rule<Up>{});
+        span<Both, Dst>(join(end, endNext), dstEnd, 0, rest, Rule<Down>{});
     }
 };
 

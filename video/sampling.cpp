@@ -37,9 +37,11 @@ constexpr int usualMinHeight =
 
 // ---- between pictures with a luma plane -----------------------------------------------------------------------------
 //
-// Luma is copied as it is. Chroma goes by rows of two channels, one or two rows or columns of either side at a time.
+// Luma is copied as it is. Chroma goes by rows of two channels: a row of each side at a time, or two rows of one side, or
+// the even and the odd columns of a row.
 
 struct Row {
+    static constexpr int rowsAtOnce = 1, columnsAtOnce = 1;
     template <class Layout>
     using Of = Layout;
     static auto rows(auto image) { return image; }
@@ -47,12 +49,17 @@ struct Row {
 struct EvenRow : Row {
     static auto rows(auto image) { return evenRows(image); }
 };
-struct Rows {
+struct RowForTwo : Row {
+    static auto rows(auto image) { return repeatedRows(image); }
+};
+struct Rows : Row {
+    static constexpr int rowsAtOnce = 2;
     template <class Layout>
     using Of = TwoRows<Layout>;
     static auto rows(auto image) { return rowPairs(image); }
 };
 struct Columns : Row {
+    static constexpr int columnsAtOnce = 2;
     template <class Layout>
     using Of = TwoColumns<Layout>;
 };
@@ -66,13 +73,13 @@ struct Chroma {
 template <class From, class To>
 struct ChromaOf;
 // clang-format off
-template <class S> struct ChromaOf<S, S>       : Chroma<Row,     Row,     Keep> {};
-template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow, Row,     Keep> {};
-template <>        struct ChromaOf<S420, S422> : Chroma<Row,     Rows,    Twice> {};
-template <>        struct ChromaOf<S422, S411> : Chroma<Columns, Row,     First> {};
-template <>        struct ChromaOf<S411, S422> : Chroma<Row,     Columns, Twice> {};
-template <>        struct ChromaOf<S411, S420> : Chroma<Rows,    Columns, Keep> {};
-template <>        struct ChromaOf<S420, S411> : Chroma<Columns, Rows,    Keep> {};
+template <class S> struct ChromaOf<S, S>       : Chroma<Row,       Row,     Keep> {};
+template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow,   Row,     Keep> {};
+template <>        struct ChromaOf<S420, S422> : Chroma<RowForTwo, Row,     Keep> {};
+template <>        struct ChromaOf<S422, S411> : Chroma<Columns,   Row,     First> {};
+template <>        struct ChromaOf<S411, S422> : Chroma<Row,       Columns, Twice> {};
+template <>        struct ChromaOf<S411, S420> : Chroma<Rows,      Columns, Keep> {};
+template <>        struct ChromaOf<S420, S411> : Chroma<Columns,   Rows,    Keep> {};
 // clang-format on
 
 template <class From, class To, class Src, class Dst>
@@ -82,29 +89,16 @@ void convertPlanes(const Src& src, const Dst& dst, MoxiSize size) {
                               typename Change::Dst::template Of<typename Dst::ChromaRows>, typename Change::Rule>;
     copyPlane(src.luma(), dst.luma(), size);
     eachRow(Kernel{}, Change::Src::rows(src.chroma()), Change::Dst::rows(dst.chroma()),
-            {size.width / Cells<From, To>::width, size.height / Cells<From, To>::height});
+            {size.width / To::cellWidth / Change::Dst::columnsAtOnce,
+             size.height / To::cellHeight / Change::Dst::rowsAtOnce});
 }
 
 // ---- from or to packed pictures -------------------------------------------------------------------------------------
 //
-// Luma and chroma go together, a row of cells at a time.
+// Luma and chroma go together, a row of luma with the chroma row of its cells.
 
 template <class From, class To>
 struct Recode : Keep {};
-template <>
-struct Recode<S422, S420> {
-    template <class D>
-    MOX_INLINE YccBlock<2, 2> apply(const RowPair<YccBlock<1, 2>>& in) const {
-        return {{in.row[0].y[0], in.row[1].y[0]}, {in.row[0].chroma[0], in.row[0].chroma[1]}};
-    }
-};
-template <>
-struct Recode<S420, S422> {
-    template <class D>
-    MOX_INLINE RowPair<YccBlock<1, 2>> apply(const YccBlock<2, 2>& in) const {
-        return {{{{in.y[0]}, {in.chroma[0], in.chroma[1]}}, {{in.y[1]}, {in.chroma[0], in.chroma[1]}}}};
-    }
-};
 template <>
 struct Recode<S422, S411> {
     template <class D>
@@ -120,33 +114,36 @@ struct Recode<S411, S422> {
         return {{in.y[0]}, {unpackLo<8>(in.chroma[0], in.chroma[0]), unpackLo<8>(in.chroma[1], in.chroma[1])}};
     }
 };
+struct LumaOnly {
+    template <class D, class B>
+    MOX_INLINE Block<D, 1, lumaPixels> apply(const B& in) const {
+        return {{{{in.y[0]}}}};
+    }
+};
 
-/// A side as its rows of cells: the layout, and the picture as this takes it.
-template <class S, int cellRows, class Byte, class Layout>
-auto cells(const PackedSide<Byte, Layout>& side) {
-    if constexpr (cellRows == 2)
-        return std::pair(TwoRows<Layout>{}, rowPairs(side.rows()));
-    else
-        return std::pair(Layout{}, side.rows());
-}
-template <class S, int cellRows, class Side>
-auto cells(const Side& side) {
-    static_assert(S::cellHeight == cellRows);
-    using Layout = LumaPlane<cellRows, typename Side::template Chroma<S::cellWidth>>;
-    if constexpr (cellRows == 2)
-        return std::pair(Layout{}, join(rowPairs(side.luma()), side.chroma()));
-    else
-        return std::pair(Layout{}, join(side.luma(), side.chroma()));
-}
+/// The layout of one row of luma with its chroma.
+template <class Side, class S>
+struct RowsOfSide {
+    using Layout = LumaPlane<1, typename Side::template Chroma<S::cellWidth>>;
+};
+template <class Side, class S>
+requires(!Side::hasLumaPlane) struct RowsOfSide<Side, S> {
+    using Layout = typename Side::Rows;
+};
 
 template <class From, class To, class Src, class Dst>
-void convertCells(const Src& src, const Dst& dst, MoxiSize size) {
-    constexpr int cellRows = Cells<From, To>::height;
-    const auto [srcLayout, srcRows] = cells<From, cellRows>(src);
-    const auto [dstLayout, dstRows] = cells<To, cellRows>(dst);
-    using Kernel = AllColumns<std::remove_const_t<decltype(srcLayout)>, std::remove_const_t<decltype(dstLayout)>,
-                              Recode<From, To>>;
-    eachRow(Kernel{}, srcRows, dstRows, {size.width, size.height / cellRows});
+void convertRows(const Src& src, const Dst& dst, MoxiSize size) {
+    using SrcLayout = typename RowsOfSide<Src, From>::Layout;
+    const AllColumns<SrcLayout, typename RowsOfSide<Dst, To>::Layout, Recode<From, To>> withChroma;
+    const AllColumns<SrcLayout, C1<Mox8u>, LumaOnly> lumaOnly;
+    for (ptrdiff_t y = 0; y < size.height; ++y) {
+        const auto from = src.template row<From::cellHeight>(y);
+        const auto to = dst.template row<To::cellHeight>(y);
+        if (y % To::cellHeight == 0)
+            withChroma.row(from, to, size.width);
+        else
+            lumaOnly.row(from, {to.p[0]}, size.width);
+    }
 }
 
 // ---- entries --------------------------------------------------------------------------------------------------------
@@ -159,7 +156,7 @@ MoxStatus convert(const Src& src, const Dst& dst, MoxiSize roiSize) {
     if constexpr (Src::hasLumaPlane && Dst::hasLumaPlane)
         convertPlanes<From, To>(src, dst, whole);
     else
-        convertCells<From, To>(src, dst, whole);
+        convertRows<From, To>(src, dst, whole);
     return moxStatusOk;
 }
 

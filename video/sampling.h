@@ -9,6 +9,41 @@
 
 namespace q4 {
 
+// ---- rows -----------------------------------------------------------------------------------------------------------
+
+/// The row pointers of both, as one.
+template <class Byte, int n, int m>
+MOX_INLINE RowsOf<Byte, n + m> join(const RowsOf<Byte, n>& a, const RowsOf<Byte, m>& b) {
+    RowsOf<Byte, n + m> both;
+    for (int i = 0; i < n + m; ++i) both.p[i] = i < n ? a.p[i] : b.p[i - n];
+    return both;
+}
+
+/// Rows from the given one on.
+template <class Byte, int n>
+MOX_INLINE Image<Byte, n> from(Image<Byte, n> rows, ptrdiff_t y) {
+    for (int i = 0; i < n; ++i) rows.base[i] += y * rows.step[i];
+    return rows;
+}
+/// Every second row.
+template <class Byte, int n>
+MOX_INLINE Image<Byte, n> evenRows(Image<Byte, n> rows) {
+    for (int i = 0; i < n; ++i) rows.step[i] *= 2;
+    return rows;
+}
+/// Each row twice.
+template <class Byte, int n>
+struct RepeatedRows {
+    Image<Byte, n> image;
+    MOX_INLINE RowsOf<Byte, n> row(ptrdiff_t y) const { return image.row(y / 2); }
+};
+template <class Byte, int n>
+MOX_INLINE RepeatedRows<Byte, n> repeatedRows(const Image<Byte, n>& image) {
+    return {image};
+}
+
+// ---- sides ----------------------------------------------------------------------------------------------------------
+
 template <class Byte, class Layout>
 struct PackedSide {
     static constexpr bool hasLumaPlane = false;
@@ -17,7 +52,10 @@ struct PackedSide {
     int32_t step;
 
     auto notNull() const { return q4::notNull(pixels); }
-    auto rows() const { return image(pixels, step); }
+    template <int cellHeight>
+    auto row(ptrdiff_t y) const {
+        return image(pixels, step).row(y);
+    }
 };
 template <class Layout, class Byte>
 PackedSide<Byte, Layout> packed(Byte* pixels, int32_t step) {
@@ -38,6 +76,10 @@ struct SemiPlanarSide {
     auto notNull() const { return q4::notNull(y, pairs); }
     auto luma() const { return image(y, yStep); }
     auto chroma() const { return image(pairs, pairsStep); }
+    template <int cellHeight>
+    auto row(ptrdiff_t at) const {
+        return join(luma().row(at), chroma().row(at / cellHeight));
+    }
 };
 template <class Byte>
 SemiPlanarSide<Byte> twoPlanes(Byte* y, int32_t yStep, Byte* pairs, int32_t pairsStep) {
@@ -60,6 +102,10 @@ struct PlanarSide {
     auto luma() const { return image(planes[0], steps[0]); }
     auto chroma() const { return join(plane(firstChroma), plane(3 - firstChroma)); }
     auto plane(int i) const { return image(planes[i], steps[i]); }
+    template <int cellHeight>
+    auto row(ptrdiff_t at) const {
+        return join(luma().row(at), chroma().row(at / cellHeight));
+    }
 };
 template <class Byte>
 PlanarSide<Byte> threePlanes(Byte* const* planes, const int32_t* steps) {
@@ -75,19 +121,6 @@ PlanarSide<Byte> crossed(PlanarSide<Byte> side) {
 template <class Byte>
 MOX_INLINE MoxStatus copyPlane(const Image<const Byte, 1>& src, const Image<Byte, 1>& dst, MoxiSize size) {
     return moxiCopy_8u_C1R(src.base[0], int32_t(src.step[0]), dst.base[0], int32_t(dst.step[0]), size);
-}
-
-/// Rows from the given one on.
-template <class Byte, int n>
-MOX_INLINE Image<Byte, n> from(Image<Byte, n> rows, ptrdiff_t y) {
-    for (int i = 0; i < n; ++i) rows.base[i] += y * rows.step[i];
-    return rows;
-}
-/// Every second row.
-template <class Byte, int n>
-MOX_INLINE Image<Byte, n> evenRows(Image<Byte, n> rows) {
-    for (int i = 0; i < n; ++i) rows.step[i] *= 2;
-    return rows;
 }
 
 // ---- rules that move samples----------------------------------------------------------------------------------------
