@@ -77,7 +77,7 @@ struct RGBToHSV_16u {
         const F32 before = hex.before * q, after = hex.after * q;
         const F32 h =
             select(hex.sector.blue, (f(4.0f) - after) + before, (before + (hex.sector.green & f(2.0f))) - after);
-        const F32 turn = h + (lt(h + f(0x1p-23f), zero<F32>()) & f(6.0f));
+        const F32 turn = h + (lt(h, zero<F32>()) & f(6.0f));
 
         const auto sample = [&](F32 v) { return truncate(andNot(hex.gray, v) + f(0.5f)); };
         return {{sample((turn * f(65535.0f)) / f(6.0f)), sample(s * f(65535.0f)), truncate(hex.mx)}};
