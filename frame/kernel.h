@@ -57,22 +57,30 @@ MOX_INLINE SrcRows<n> readOnly(const DstRows<n>& rows) {
     return r;
 }
 
+/// Applies a rule to the whole blocks from column x to column end - 1. A function of its own, so that its code stands once
+/// for the rows' own columns and for staged ones, and the rule's constants are in registers.
+template <class Src, class Dst, class Rule>
+[[gnu::noinline]] void blocks(SrcRows<Src::planes> src, DstRows<Dst::planes> dst, ptrdiff_t x, ptrdiff_t end,
+                              Rule rule) {
+    constexpr int N = blockPixels<Src, Dst>;
+    for (; x < end; x += N)
+        Dst::template store<N>(dst, x, rule.template apply<typename Dst::Sample>(Src::template load<N>(src, x)));
+}
+
 /// Applies a rule to columns x to end - 1 of a row.
 template <class Src, class Dst, class Rule>
 MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x, ptrdiff_t end,
-                     Rule rule) {  // by value: stores to pixels cannot change it, so its constants stay in registers
+                     const Rule& rule) {
     constexpr int N = blockPixels<Src, Dst>;
-    const auto block = [&](const SrcRows<Src::planes>& from, const DstRows<Dst::planes>& to, ptrdiff_t at) {
-        Dst::template store<N>(to, at, rule.template apply<typename Dst::Sample>(Src::template load<N>(from, at)));
-    };
-    for (; x + N <= end; x += N) block(src, dst, x);
-    if (x < end) {  // the last columns, by the same code on a copy, so that nothing beyond the row is touched
+    const ptrdiff_t whole = end - (end - x) % N;
+    if (x < whole) blocks<Src, Dst>(src, dst, x, whole, rule);
+    if (whole < end) {  // the last columns, by the same code on a copy, so that nothing beyond the row is touched
         Staging<Src, N> in;
         Staging<Dst, N> out;
-        in.fill(src, x, end - x);
-        if constexpr (Dst::keepsOld) out.fill(dst, x, end - x);
-        block(readOnly(in.rows()), out.rows(), 0);
-        out.drain(dst, x, end - x);
+        in.fill(src, whole, end - whole);
+        if constexpr (Dst::keepsOld) out.fill(dst, whole, end - whole);
+        blocks<Src, Dst>(readOnly(in.rows()), out.rows(), 0, N, rule);
+        out.drain(dst, whole, end - whole);
     }
 }
 
