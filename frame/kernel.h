@@ -124,6 +124,12 @@ struct Image {
         for (int i = 0; i < n; ++i) r.p[i] = base[i] + y * step[i];
         return r;
     }
+    /// As a source.
+    MOX_INLINE operator Image<const uint8_t, n>() const requires(!std::is_const_v<Byte>) {
+        Image<const uint8_t, n> source;
+        for (int i = 0; i < n; ++i) source.base[i] = base[i], source.step[i] = step[i];
+        return source;
+    }
 };
 
 template <class T>

@@ -14,6 +14,7 @@
 #include "moxcc/rec709_decode.h"
 #include "moxcc/sampling.h"
 #include "moxcc/tonemap.h"
+#include "moxcc/twist.h"
 #include "moxcc/types.h"
 #include "moxcc/v210.h"
 #include "moxcc/version.h"
