@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "math/cbrt.h"
 #include "simd/vec.h"
 
 namespace q4 {
@@ -20,12 +21,6 @@ struct PowLuv {
 
 /// The entries count with six decimals.
 constexpr float sixDecimals(double v) { return float(double(int64_t(v * 1e6 + 0.5)) / 1e6); }
-
-constexpr double cubeRootByNewton(double y) {
-    double c = 1;
-    for (int i = 0; i < 20; ++i) c = (2 * c + y / (c * c)) / 3;
-    return c;
-}
 
 /// lastScale: what the last four rows are scaled by.
 constexpr PowLuv makePowLuv(double lastScale) {

@@ -69,6 +69,7 @@ using U16 = Vec<uint16_t>;
 using I16 = Vec<int16_t>;
 using U32 = Vec<uint32_t>;
 using I32 = Vec<int32_t>;
+using U64 = Vec<uint64_t>;
 using F32 = Vec<float>;
 using F64 = Vec<double>;
 
@@ -97,6 +98,8 @@ MOX_INLINE V splat(typename V::Sample x) {
         return {MOX_MM(set1_epi8)(char(x))};
     else if constexpr (sizeof(x) == 2)
         return {MOX_MM(set1_epi16)(short(x))};
+    else if constexpr (sizeof(x) == 8)
+        return {MOX_MM(set1_epi64x)((long long)(x))};
     else
         return {MOX_MM(set1_epi32)(int(x))};
 }
@@ -245,6 +248,14 @@ MOX_INLINE F32 gather(const float* table, I32 index) {
 #else
     return {_mm_setr_ps(table[_mm_extract_epi32(index.r, 0)], table[_mm_extract_epi32(index.r, 1)],
                         table[_mm_extract_epi32(index.r, 2)], table[_mm_extract_epi32(index.r, 3)])};
+#endif
+}
+
+MOX_INLINE F64 gather(const double* table, U64 index) {
+#if defined(__AVX2__)
+    return {_mm256_i64gather_pd(table, index.r, 8)};
+#else
+    return {_mm_setr_pd(table[_mm_extract_epi64(index.r, 0)], table[_mm_extract_epi64(index.r, 1)])};
 #endif
 }
 
@@ -443,6 +454,10 @@ MOX_BINARY(I32, eq, cmpeq_epi32)
 MOX_BINARY(I32, gt, cmpgt_epi32)
 MOX_BINARY(I32, pairSums, hadd_epi32)
 
+MOX_BINARY(U64, operator+, add_epi64)
+MOX_BINARY(U64, operator-, sub_epi64)
+MOX_BINARY(U64, mulLow, mul_epu32)  // of the low 32 bits of each element
+
 /// (a + b) >> 1.
 MOX_INLINE U8 avgDown(U8 a, U8 b) { return avg(a, b) - ((a ^ b) & splat<U8>(1)); }
 /// a[2i] * b[2i] + a[2i + 1] * b[2i + 1].
@@ -460,6 +475,8 @@ template <int n, class T>
 MOX_INLINE Vec<T> shl(Vec<T> v) {
     if constexpr (sizeof(T) == 2)
         return {MOX_MM(slli_epi16)(v.r, n)};
+    else if constexpr (sizeof(T) == 8)
+        return {MOX_MM(slli_epi64)(v.r, n)};
     else
         return {MOX_MM(slli_epi32)(v.r, n)};
 }
@@ -469,6 +486,7 @@ MOX_INLINE Vec<T> shr(Vec<T> v) {
     if constexpr (std::is_same_v<T, int16_t>) return {MOX_MM(srai_epi16)(v.r, n)};
     if constexpr (std::is_same_v<T, uint32_t>) return {MOX_MM(srli_epi32)(v.r, n)};
     if constexpr (std::is_same_v<T, int32_t>) return {MOX_MM(srai_epi32)(v.r, n)};
+    if constexpr (std::is_same_v<T, uint64_t>) return {MOX_MM(srli_epi64)(v.r, n)};
 }
 
 // Floats: one rounding an operation, in the mode of the control word.

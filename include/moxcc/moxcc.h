@@ -10,6 +10,7 @@
 #include "moxcc/gray.h"
 #include "moxcc/hls.h"
 #include "moxcc/hsv.h"
+#include "moxcc/lab.h"
 #include "moxcc/luv.h"
 #include "moxcc/rec709_decode.h"
 #include "moxcc/sampling.h"

@@ -8,9 +8,8 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <vector>
 
-#include "support/support.h"
+#include "models/pixel_rules.h"
 
 using namespace moxtest;
 
@@ -23,8 +22,6 @@ float rcp2(float x) {
 }
 int toNearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
 int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
-
-enum class Columns { body, tail };
 
 template <class T>
 constexpr bool is8u = std::is_same_v<T, Mox8u>;
@@ -206,18 +203,6 @@ std::array<T, 3> back(const T* p, Columns columns) {
 
 // ---- forms ----
 
-enum class Bgr { no, source, destination };
-
-template <class T>
-struct Form {
-    using Rule = std::array<T, 3> (*)(const T*, Columns);
-    Export<MoxStatus(const T*, int32_t, T*, int32_t, MoxiSize)> function;
-    int channels;
-    Rule rule;
-    Bgr bgr = Bgr::no;
-    bool tailOnly = false;
-};
-
 #define FORM(T, channels, name, rule, ...) \
     Form<T> { MOX_EXPORT(name), channels, rule<T, channels>, __VA_ARGS__ }
 
@@ -252,116 +237,39 @@ const Form<Mox32f> formsBack32f[] = {
     FORM(Mox32f, 3, moxiLUVToBGR_32f_C3R, back, Bgr::destination),
 };
 
-template <class T>
-void applyRule(const Form<T>& form, const Plane<T>& src, Plane<T>& dst) {
-    for (int y = 0; y < dst.rows(); ++y) {
-        for (int x = 0; x < dst.columns(); ++x) {
-            T pixel[3];
-            for (int c = 0; c < 3; ++c) pixel[c] = src.get(x, y, form.bgr == Bgr::source ? 2 - c : c);
-            const bool body = !form.tailOnly && x < dst.columns() / 4 * 4;
-            const auto out = form.rule(pixel, body ? Columns::body : Columns::tail);
-            for (int c = 0; c < 3; ++c) dst.set(x, y, form.bgr == Bgr::destination ? 2 - c : c, out[size_t(c)]);
+TEST(Luv, IntegerColumnsFollowTheirRules) {
+    for (const auto& form : forms8u) expectRule(form, fillIntegers<Mox8u>);
+    for (const auto& form : forms16u) expectRule(form, fillIntegers<Mox16u>);
+    for (const auto& form : forms16s) expectRule(form, fillIntegers<Mox16s>);
+}
+
+// LUV with colours near those for which v' is zero, and with L on both sides of where rules change.
+void fillLuv(Plane<Mox32f>& plane, Random& random) {
+    const float low = random.oneOf({0.0f, 0.0f, 1e-4f, 7.99f}), high = random.oneOf({100.0f, 16.0f, 2e-4f, 8.01f});
+    for (int y = 0; y < plane.rows(); ++y) {
+        for (int x = 0; x < plane.columns(); ++x) {
+            const float l = random.oneIn(10) ? 0.0f : random.uniform(low, high);
+            plane.set(x, y, 0, l);
+            plane.set(x, y, 1, random.uniform(-134.0f, 220.0f));
+            plane.set(x, y, 2, random.oneIn(3) ? -0.468342f * (13 * l) : random.uniform(-140.0f, 122.0f));
         }
     }
 }
-
-// The fourth samples are part of the comparison: they keep what they held.
-template <class T, class Fill>
-void expectRule(const Form<T>& form, uint32_t control, const Fill& fill) {
-    forEachSize(
-        [&](MoxiSize roi, Random& random) {
-            Plane<T> src(roi.width, roi.height, form.channels, random);
-            Plane<T> want(roi.width, roi.height, form.channels, random);
-            fill(src, random);
-            const Plane<T> before = want;
-            underMxcsr(control, [&] { applyRule(form, src, want); });
-            src.protect();
-            forEachLibrary([&](const Library& lib) {
-                Plane<T> got = before;
-                const MxcsrScope scope(control);
-                ASSERT_EQ(lib(form.function)(src.data(), src.step(), got.data(), got.step(), roi), moxStatusOk);
-                ASSERT_TRUE(same(got, want, Nan::anyNan));
-            });
-        },
-        1, 37);
-}
-
-// Black, and samples near it, as often as others.
-template <class T>
-void fillIntegers(Plane<T>& plane, Random& random) {
-    const int mode = static_cast<int>(random.between(0, 3));
-    plane.fill([&]() -> T {
-        if (mode == 0 || (mode == 1 && random.oneIn(2))) return random.sample<T>();
-        return static_cast<T>(random.between(0, is8u<T> ? 24 : 1500) - bias<T>);
-    });
-    if (mode != 3) return;
-    for (int y = 0; y < plane.rows(); ++y)  // pixels without colour
-        for (int x = 0; x < plane.columns(); ++x) {
-            const T gray = random.oneIn(3) ? static_cast<T>(-bias<T>) : random.sample<T>();
-            for (int c = 0; c < 3; ++c) plane.set(x, y, c, gray);
-        }
-}
-
-template <class T, size_t n>
-void expectIntegerRules(const Form<T> (&forms)[n]) {
-    for (const Form<T>& form : forms)
-        for (const uint32_t control : mxcsr::roundings) expectRule(form, control, fillIntegers<T>);
-}
-
-TEST(Luv, EightBitColumnsFollowTheirRules) { expectIntegerRules(forms8u); }
-TEST(Luv, Unsigned16BitColumnsFollowTheirRules) { expectIntegerRules(forms16u); }
-TEST(Luv, Signed16BitColumnsFollowTheirRules) { expectIntegerRules(forms16s); }
 
 TEST(Luv, FloatColumnsFollowTheirRules) {
-    const auto plain = [](Plane<Mox32f>& plane, Random& random) {
-        const float limit = random.oneIn(3) ? 0.03f : 1.0f;  // to both sides of the darkest colours' line
-        plane.fill([&] { return random.oneIn(10) ? 0.0f : random.uniform(0.0f, limit); });
-    };
-    const auto anything = [](Plane<Mox32f>& plane, Random& random) {
-        plane.fill([&] {
-            return random.oneIn(3)   ? random.special<float>()
-                   : random.oneIn(2) ? random.anyBits<float>()
-                                     : random.uniform(-2.0f, 2.0f);
-        });
-    };
-    for (const Form<Mox32f>& form : forms32f)
-        for (const uint32_t control : mxcsr::roundings) {
-            expectRule(form, control, plain);
-            expectRule(form, control, anything);
-        }
-    const auto luv = [](Plane<Mox32f>& plane, Random& random) {
-        const float low = random.oneOf({0.0f, 0.0f, 1e-4f, 7.99f}), high = random.oneOf({100.0f, 16.0f, 2e-4f, 8.01f});
-        for (int y = 0; y < plane.rows(); ++y)
-            for (int x = 0; x < plane.columns(); ++x) {
-                const float l = random.oneIn(10) ? 0.0f : random.uniform(low, high);
-                plane.set(x, y, 0, l);
-                plane.set(x, y, 1, random.uniform(-134.0f, 220.0f));
-                // v' near zero, else any
-                plane.set(x, y, 2, random.oneIn(3) ? -0.468342f * (13 * l) : random.uniform(-140.0f, 122.0f));
-            }
-    };
-    for (const Form<Mox32f>& form : formsBack32f)
-        for (const uint32_t control : mxcsr::roundings) {
-            expectRule(form, control, luv);
-            expectRule(form, control, anything);
-        }
+    for (const auto& form : forms32f) {
+        expectRule(form, fillUnit<Mox32f>);
+        expectRule(form, fillWithAnything<Mox32f>);
+    }
+    for (const auto& form : formsBack32f) {
+        expectRule(form, fillLuv);
+        expectRule(form, fillWithAnything<Mox32f>);
+    }
 }
 
-// All colours of one kernel each way, in body columns.
 TEST(Luv, EveryEightBitColourFollowsItsRule) {
-    constexpr int width = 4096, colours = 1 << 24;
-    for (const Form<Mox8u>& form : {forms8u[0], forms8u[3]}) {
-        forEachLibrary([&](const Library& lib) {
-            std::vector<Mox8u> src(size_t{colours} * 3), got(src.size());
-            for (int i = 0; i < colours; ++i)
-                for (int c = 0; c < 3; ++c) src[size_t(i) * 3 + size_t(c)] = static_cast<Mox8u>(i >> (16 - 8 * c));
-            lib(form.function)(src.data(), 3 * width, got.data(), 3 * width, {width, colours / width});
-            for (size_t i = 0; i < src.size(); i += 3) {
-                const auto want = form.rule(&src[i], Columns::body);
-                ASSERT_TRUE(std::equal(want.begin(), want.end(), &got[i])) << "colour " << i / 3;
-            }
-        });
-    }
+    expectAllColours(forms8u[0]);
+    expectAllColours(forms8u[3]);
 }
 
 // What a user sees: to LUV and back, at most a few steps lie between a colour and what comes of it.
@@ -435,28 +343,12 @@ TEST(Luv, StepsAreBytesOrWholeSamples) {
     expectSteps(formsBack32f, false);
 }
 
-template <class T, size_t n>
-void expectArgumentTests(const Form<T> (&forms)[n]) {
-    static const StatusTable pointersThenSize = {
-        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-        {"width", {size(0, 1)}, moxStatusBadSize},
-        {"height", {size(1, -1)}, moxStatusBadSize},
-        {"any step", {value(1, 0), value(3, 0)}, moxStatusOk},
-    };
-    Random random(5);
-    const MoxiSize roi = {7, 2};
-    for (const Form<T>& form : forms) {
-        Plane<T> src(roi.width, roi.height, form.channels, random), dst = src;
-        expectStatuses(form.function, {src.data(), src.step(), dst.data(), dst.step(), roi}, {&dst}, pointersThenSize);
-    }
-}
 TEST(Luv, ArgumentsAreTestedInOrder) {
-    expectArgumentTests(forms8u);
-    expectArgumentTests(forms16u);
-    expectArgumentTests(forms16s);
-    expectArgumentTests(forms32f);
-    expectArgumentTests(formsBack32f);
+    for (const auto& form : forms8u) expectArgumentTests(form);
+    for (const auto& form : forms16u) expectArgumentTests(form);
+    for (const auto& form : forms16s) expectArgumentTests(form);
+    for (const auto& form : forms32f) expectArgumentTests(form);
+    for (const auto& form : formsBack32f) expectArgumentTests(form);
 }
 
 }  // namespace
