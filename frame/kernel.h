@@ -50,13 +50,6 @@ struct Staging {
     }
 };
 
-template <int n>
-MOX_INLINE SrcRows<n> readOnly(const DstRows<n>& rows) {
-    SrcRows<n> r;
-    for (int i = 0; i < n; ++i) r.p[i] = rows.p[i];
-    return r;
-}
-
 /// Applies a rule to the whole blocks from column x to column end - 1. A function of its own, so that its code stands once
 /// for the rows' own columns and for staged ones, and the rule's constants are in registers.
 template <class Src, class Dst, class Rule>
@@ -79,7 +72,7 @@ MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>
         Staging<Dst, N> out;
         in.fill(src, whole, end - whole);
         if constexpr (Dst::keepsOld) out.fill(dst, whole, end - whole);
-        blocks<Src, Dst>(readOnly(in.rows()), out.rows(), 0, N, rule);
+        blocks<Src, Dst>(in.rows(), out.rows(), 0, N, rule);
         out.drain(dst, whole, end - whole);
     }
 }

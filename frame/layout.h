@@ -17,6 +17,13 @@ namespace q4 {
 template <class Byte, int n>
 struct RowsOf {
     Byte* p[n];
+
+    /// Rows that may be written may be read.
+    MOX_INLINE operator RowsOf<const Byte, n>() const requires(!std::is_const_v<Byte>) {
+        RowsOf<const Byte, n> r;
+        for (int i = 0; i < n; ++i) r.p[i] = p[i];
+        return r;
+    }
 };
 template <int n>
 using SrcRows = RowsOf<const uint8_t, n>;
