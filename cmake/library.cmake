@@ -11,7 +11,7 @@ list(FILTER MOXCC_SOURCES EXCLUDE REGEX "frame/moxcore\\.cpp$")
 # Tables are read-only data, written by small programs that run during the build: tools/<name>.cpp prints <name>.cpp.
 set(generated ${PROJECT_BINARY_DIR}/generated)
 file(MAKE_DIRECTORY ${generated})
-foreach(name gamma_tables)
+foreach(name gamma_tables powx_data)
     add_executable(${name} ${PROJECT_SOURCE_DIR}/tools/${name}.cpp)
     add_custom_command(OUTPUT ${generated}/${name}.cpp COMMAND ${name} > ${generated}/${name}.cpp VERBATIM)
     list(APPEND MOXCC_TABLES ${generated}/${name}.cpp)

@@ -23,4 +23,27 @@ class RoundToNearest {
     uint32_t saved_;
 };
 
+/// The usual environment, whatever the caller's: rounding to nearest, denormals taken and given as they are, and no
+/// exception that traps. The caller's control words are restored as they were; where the vector unit's needed no change
+/// its exception flags are cleared instead, but for inexact, so that what runs here leaves none behind.
+class UsualEnvironment {
+  public:
+    UsualEnvironment() : saved_(readMxcsr()), savedX87_(readX87Control()) {
+        if (changed()) writeMxcsr(mxcsrAllMasked);
+        if (changedX87()) writeX87Control(savedX87_ | x87AllMasked);
+    }
+    ~UsualEnvironment() {
+        writeMxcsr(changed() ? saved_ : readMxcsr() & ~(mxcsrFlags & ~mxcsrInexact));
+        if (changedX87()) writeX87Control(savedX87_);
+    }
+    UsualEnvironment(const UsualEnvironment&) = delete;
+    UsualEnvironment& operator=(const UsualEnvironment&) = delete;
+
+  private:
+    bool changed() const { return (saved_ & ~mxcsrFlags) != mxcsrAllMasked; }
+    bool changedX87() const { return (savedX87_ & x87AllMasked) != x87AllMasked; }
+    uint32_t saved_;
+    uint16_t savedX87_;
+};
+
 }  // namespace q4

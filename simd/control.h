@@ -14,6 +14,8 @@ inline constexpr uint32_t mxcsrFlushToZero = 0x8000;
 inline constexpr uint32_t mxcsrDenormalsAreZero = 0x0040;
 inline constexpr uint32_t mxcsrAllMasked = 0x1F80;
 inline constexpr uint32_t mxcsrFlags = 0x003F;
+inline constexpr uint32_t mxcsrInexact = 0x0020;
+inline constexpr uint16_t x87AllMasked = 0x003F;
 
 inline uint32_t readMxcsr() { return _mm_getcsr(); }
 inline void writeMxcsr(uint32_t word) { _mm_setcsr(word); }

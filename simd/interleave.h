@@ -115,6 +115,17 @@ MOX_INLINE void transpose4(const Vec<T> (&in)[4], Vec<T> (&out)[4]) {
     }
 }
 
+/// Of a table of rows of four floats, the rows that start at the indices, as four columns.
+MOX_INLINE void gatherRows(const float* table, I32 index, F32 (&column)[4]) {
+    const auto row = [&](uint64_t at, uint64_t nextLaneAt) {
+        return fromLanes<F32>(load128(table + uint32_t(at)), load128(table + uint32_t(nextLaneAt)));
+    };
+    const uint64_t lo = half<0>(laneOf<0>(index)), nextLo = half<0>(laneOf<lanes - 1>(index));
+    const uint64_t hi = half<1>(laneOf<0>(index)), nextHi = half<1>(laneOf<lanes - 1>(index));
+    const F32 rows[4] = {row(lo, nextLo), row(lo >> 32, nextLo >> 32), row(hi, nextHi), row(hi >> 32, nextHi >> 32)};
+    transpose4(rows, column);
+}
+
 template <class T>
 MOX_INLINE void deinterleave(const Vec<T> (&reg)[4], Vec<T> (&channel)[4]) {
     if constexpr (sizeof(T) >= 4) {

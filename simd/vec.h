@@ -265,14 +265,6 @@ MOX_INLINE void gatherPairs(const float* table, I32 index, F32& first, F32& seco
     first = gather(table, at), second = gather(table + 1, at);
 }
 
-/// The byte of a table of 256 that each byte names.
-MOX_INLINE U8 lookUp(const uint8_t* table, U8 index) {
-    alignas(vectorBytes) uint8_t bytes[vectorBytes];
-    store(bytes, index);
-    for (uint8_t& byte : bytes) byte = table[byte];
-    return load<U8>(bytes);
-}
-
 // ---- bits -----------------------------------------------------------------------------------------------------------
 
 template <class T>
@@ -338,6 +330,7 @@ MOX_INLINE U8 lookUp(const uint8_t* table, U8 index) {
         return select(upper, lookUp<bits - 1>(table + half, index), lookUp<bits - 1>(table, index));
     }
 }
+
 /// The 32-bit elements a, b, c, d of each lane.
 template <int a, int b, int c, int d, class T>
 MOX_INLINE Vec<T> shuffle32(Vec<T> v) {

@@ -1,7 +1,7 @@
 /**
  * @file
- * Gamma correction by the transfer characteristic of ITU-R BT.709: linear samples to corrected ones (GammaFwd), and
- * back (GammaInv).
+ * Gamma correction by the transfer characteristic of ITU-R BT.709: linear samples to corrected ones (GammaFwd), and back
+ * (GammaInv).
  *
  * On the scale 0 to 1, with linear x and corrected y:
  *
@@ -12,9 +12,23 @@
  * i / 255 or i / 65535 times 255 or 65535, rounded to single precision, then to an integer, to nearest with ties to
  * even.
  *
- * All functions here: no pointer may be null (moxStatusNullPtr), width and height must be at least 1
- * (moxStatusBadSize), steps are bytes and must be at least 1 (moxStatusBadStep). In this order the first failure is
- * returned, and nothing has been written.
+ * The 32f forms take the limits of the data's range. With r = vMax - vMin they bring a sample to the scale 0 to 1 as
+ * t = (x - vMin) * (1 / r), and give
+ *
+ *     forward  (x - vMin) * 4.5 + vMin if t < 0.018, else (1.099 * t^0.45 - 0.099) * r + vMin
+ *     inverse  (x - vMin) / 4.5 + vMin if t < 0.0812, else ((t + 0.099) / 1.099)^(1 / 0.45) * r + vMin
+ *
+ * Divisions by constants are multiplications by their reciprocals. All of this is in single precision, in the caller's
+ * rounding mode, but for t of the forms that say so; the power is within 4 units in the last place, and computed to
+ * nearest whatever the caller's mode. Nothing is clamped: samples below the range follow the linear segment, samples
+ * above it the power, and a NaN stays a NaN. In a 32f call source and destination may be the same rows, or must not
+ * overlap.
+ *
+ * All functions here: no pointer may be null (moxStatusNullPtr), width and height must be at least 1 (moxStatusBadSize),
+ * steps are bytes and must be at least 1 (moxStatusBadStep). In this order the first failure is returned, and nothing
+ * has been written.
+ * Before all others the 32f forms test the range: vMax - vMin, in single precision, must not be zero or
+ * negative (moxStatusBadRange).
  */
 #ifndef MOXCC_GAMMA_H
 #define MOXCC_GAMMA_H
@@ -169,6 +183,103 @@ MOX_API MoxStatus moxiGammaFwd_16u_P3R(const Mox16u* const srcPlanes[3], int32_t
 MOX_API MoxStatus moxiGammaFwd_16u_IP3R(Mox16u* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize);
 
 /**
+ * Gamma-corrects 32f interleaved pixels of three channels.
+ *
+ * t is computed and compared in single precision.
+ *
+ * @param src     source pixels
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
+ * @param vMin    lower limit of the range
+ * @param vMax    upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaFwd_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
+                                       MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Gamma-corrects 32f interleaved pixels of three channels, in place.
+ *
+ * t is computed and compared in single precision.
+ *
+ * @param srcDst     the pixels, read and rewritten
+ * @param srcDstStep distance between rows in bytes
+ * @param roiSize    width and height in pixels
+ * @param vMin       lower limit of the range
+ * @param vMax       upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaFwd_32f_C3IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Gamma-corrects 32f interleaved pixels of three channels and alpha.
+ *
+ * Alpha is neither read nor written: the destination's keeps its value. t is computed and compared in single
+ * precision.
+ *
+ * @param src     source pixels
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
+ * @param vMin    lower limit of the range
+ * @param vMax    upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaFwd_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
+                                        MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Gamma-corrects 32f interleaved pixels of three channels and alpha, in place.
+ *
+ * Alpha is neither read nor written: it keeps its value. t is computed and compared in double precision, and
+ * rounded to single for the power.
+ *
+ * @param srcDst     the pixels, read and rewritten
+ * @param srcDstStep distance between rows in bytes
+ * @param roiSize    width and height in pixels
+ * @param vMin       lower limit of the range
+ * @param vMax       upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaFwd_32f_AC4IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin,
+                                         Mox32f vMax);
+
+/**
+ * Gamma-corrects 32f three planes.
+ *
+ * t is computed and compared in single precision.
+ *
+ * @param srcPlanes source planes
+ * @param srcStep   distance between source rows in bytes, of each plane
+ * @param dstPlanes destination planes
+ * @param dstStep   distance between destination rows in bytes, of each plane
+ * @param roiSize   width and height in pixels
+ * @param vMin      lower limit of the range
+ * @param vMax      upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaFwd_32f_P3R(const Mox32f* const srcPlanes[3], int32_t srcStep, Mox32f* const dstPlanes[3],
+                                       int32_t dstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Gamma-corrects 32f three planes, in place.
+ *
+ * t is computed and compared in single precision.
+ *
+ * @param srcDstPlanes the planes, read and rewritten
+ * @param srcDstStep   distance between rows in bytes, of each plane
+ * @param roiSize      width and height in pixels
+ * @param vMin         lower limit of the range
+ * @param vMax         upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaFwd_32f_IP3R(Mox32f* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize,
+                                        Mox32f vMin, Mox32f vMax);
+
+/**
  * Takes the gamma correction off 8u interleaved pixels of three channels.
  *
  * @param src     source pixels
@@ -312,6 +423,103 @@ MOX_API MoxStatus moxiGammaInv_16u_P3R(const Mox16u* const srcPlanes[3], int32_t
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
  */
 MOX_API MoxStatus moxiGammaInv_16u_IP3R(Mox16u* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize);
+
+/**
+ * Takes the gamma correction off 32f interleaved pixels of three channels.
+ *
+ * t is computed and compared in single precision.
+ *
+ * @param src     source pixels
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
+ * @param vMin    lower limit of the range
+ * @param vMax    upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaInv_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
+                                       MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Takes the gamma correction off 32f interleaved pixels of three channels, in place.
+ *
+ * t is computed and compared in single precision.
+ *
+ * @param srcDst     the pixels, read and rewritten
+ * @param srcDstStep distance between rows in bytes
+ * @param roiSize    width and height in pixels
+ * @param vMin       lower limit of the range
+ * @param vMax       upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaInv_32f_C3IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Takes the gamma correction off 32f interleaved pixels of three channels and alpha.
+ *
+ * Alpha is neither read nor written: the destination's keeps its value. t is computed and compared in double
+ * precision, and rounded to single for the power.
+ *
+ * @param src     source pixels
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
+ * @param vMin    lower limit of the range
+ * @param vMax    upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaInv_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
+                                        MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Takes the gamma correction off 32f interleaved pixels of three channels and alpha, in place.
+ *
+ * Alpha is neither read nor written: it keeps its value. t is computed and compared in double precision, and
+ * rounded to single for the power.
+ *
+ * @param srcDst     the pixels, read and rewritten
+ * @param srcDstStep distance between rows in bytes
+ * @param roiSize    width and height in pixels
+ * @param vMin       lower limit of the range
+ * @param vMax       upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaInv_32f_AC4IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin,
+                                         Mox32f vMax);
+
+/**
+ * Takes the gamma correction off 32f three planes.
+ *
+ * t is computed and compared in double precision, and rounded to single for the power.
+ *
+ * @param srcPlanes source planes
+ * @param srcStep   distance between source rows in bytes, of each plane
+ * @param dstPlanes destination planes
+ * @param dstStep   distance between destination rows in bytes, of each plane
+ * @param roiSize   width and height in pixels
+ * @param vMin      lower limit of the range
+ * @param vMax      upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaInv_32f_P3R(const Mox32f* const srcPlanes[3], int32_t srcStep, Mox32f* const dstPlanes[3],
+                                       int32_t dstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax);
+
+/**
+ * Takes the gamma correction off 32f three planes, in place.
+ *
+ * t is computed and compared in double precision, and rounded to single for the power.
+ *
+ * @param srcDstPlanes the planes, read and rewritten
+ * @param srcDstStep   distance between rows in bytes, of each plane
+ * @param roiSize      width and height in pixels
+ * @param vMin         lower limit of the range
+ * @param vMax         upper limit of the range
+ * @return moxStatusOk, moxStatusBadRange, moxStatusNullPtr, moxStatusBadSize or moxStatusBadStep
+ */
+MOX_API MoxStatus moxiGammaInv_32f_IP3R(Mox32f* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize,
+                                        Mox32f vMin, Mox32f vMax);
 
 MOX_EXTERN_C_END
 

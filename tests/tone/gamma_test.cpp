@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "math/powx_reference.h"
 #include "support/support.h"
 
 using namespace moxtest;
@@ -108,23 +109,26 @@ void expectForms(const Forms<T, Extra...>& forms, MoxiSize roi, Random& random, 
     });
 }
 
-/// Pointers, size, steps, in this order.
+/// Pointers, size, steps, in this order; before them what is wrong with the extra arguments, which follow the size.
 template <class T, class... Extra>
-void expectGammaStatuses(const Forms<T, Extra...>& forms, std::type_identity_t<Extra>... extra) {
+void expectGammaStatuses(const Forms<T, Extra...>& forms, const std::function<StatusTable(int)>& extraRows,
+                         std::type_identity_t<Extra>... extra) {
     Random random(1);
     const MoxiSize roi = {5, 2};
     const Plane<T> src(5, 2, 4, Layout{}, random);
     Plane<T> dst(5, 2, 4, Layout{}, random);
-    const StatusTable twoImages = {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                                   {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                                   {"width before steps", {size(0, 1), value(1, 0)}, moxStatusBadSize},
-                                   {"height before steps", {size(1, -1), value(3, 0)}, moxStatusBadSize},
-                                   {"a source step of 0", {value(1, 0)}, moxStatusBadStep},
-                                   {"a negative destination step", {value(3, -64)}, moxStatusBadStep}};
-    const StatusTable oneImage = {{"pointer before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                                  {"width before step", {size(0, 1), value(1, 0)}, moxStatusBadSize},
-                                  {"height before step", {size(1, -1), value(1, 0)}, moxStatusBadSize},
-                                  {"a step of 0", {value(1, 0)}, moxStatusBadStep}};
+    StatusTable twoImages = {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
+                             {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
+                             {"width before steps", {size(0, 1), value(1, 0)}, moxStatusBadSize},
+                             {"height before steps", {size(1, -1), value(3, 0)}, moxStatusBadSize},
+                             {"a source step of 0", {value(1, 0)}, moxStatusBadStep},
+                             {"a negative destination step", {value(3, -64)}, moxStatusBadStep}};
+    StatusTable oneImage = {{"pointer before size", {null(0), size(0, 0)}, moxStatusNullPtr},
+                            {"width before step", {size(0, 1), value(1, 0)}, moxStatusBadSize},
+                            {"height before step", {size(1, -1), value(1, 0)}, moxStatusBadSize},
+                            {"a step of 0", {value(1, 0)}, moxStatusBadStep}};
+    for (const StatusRow& row : extraRows(5)) twoImages.push_back(row);
+    for (const StatusRow& row : extraRows(3)) oneImage.push_back(row);
     for (const auto& form : {forms.c3, forms.ac4})
         expectStatuses(form, {src.data(), src.step(), dst.data(), dst.step(), roi, extra...}, {&dst}, twoImages);
     for (const auto& form : {forms.c3i, forms.ac4i})
@@ -226,8 +230,120 @@ TEST(Gamma, TellingEntries) {
 }
 
 TEST(Gamma, TableStatuses) {
-    for (const auto& forms : forms8u) expectGammaStatuses(forms);
-    for (const auto& forms : forms16u) expectGammaStatuses(forms);
+    const auto none = [](int) { return StatusTable{}; };
+    for (const auto& forms : forms8u) expectGammaStatuses(forms, none);
+    for (const auto& forms : forms16u) expectGammaStatuses(forms, none);
+}
+
+// ---- floats ---------------------------------------------------------------------------------------------------------
+
+/// Real: the precision of t.
+template <class Real>
+float forwardFloat(float x, float vMin, float vMax) {
+    const float r = vMax - vMin;
+    const float d = vMin == 0 ? x : x - vMin;
+    const Real reciprocal = Real(1) / Real(r);
+    const Real t = Real(d) * reciprocal;
+    const float p = powxReference(static_cast<float>(t), 0.45f).value;
+    float h = 1.099f * p;
+    h = h - 0.099f;
+    h = h * r;
+    const float l = 4.5f * d;
+    const float y = t < Real(0.018f) ? l : h;
+    return vMin == 0 ? y : y + vMin;
+}
+
+template <class Real>
+float inverseFloat(float x, float vMin, float vMax) {
+    const float r = vMax - vMin;
+    const float d = vMin == 0 ? x : x - vMin;
+    const Real reciprocal = Real(1) / Real(r);
+    const Real t = Real(d) * reciprocal;
+    Real u = t + Real(0.099f);
+    u = u * Real(std::bit_cast<float>(0x3F68F065u));  // 1 / 1.099
+    const float p = powxReference(static_cast<float>(u), std::bit_cast<float>(0x400E38E4u)).value;
+    const float h = p * r;
+    const float l = d * std::bit_cast<float>(0x3E638E39u);  // 1 / 4.5
+    const float y = t < Real(0.0812f) ? l : h;
+    return vMin == 0 ? y : y + vMin;
+}
+
+using FloatForms = Forms<Mox32f, Mox32f, Mox32f>;
+const FloatForms floatForms[] = {
+    {FORMS(moxiGammaFwd_32f), {forwardFloat<float>, forwardFloat<float>, forwardFloat<double>, forwardFloat<float>}},
+    {FORMS(moxiGammaInv_32f), {inverseFloat<float>, inverseFloat<double>, inverseFloat<double>, inverseFloat<double>}},
+};
+
+struct Range {
+    float vMin, vMax;
+};
+
+/// Samples within the range and around it, many of them within a few units in the last place of a threshold.
+Next<float> around(Range range) {
+    return [=](Random& random) -> float {
+        const float r = range.vMax - range.vMin;
+        if (random.oneIn(20)) return random.special<float>();
+        if (random.oneIn(40)) return random.anyBits<float>();
+        if (!random.oneIn(4)) return random.uniform(range.vMin - 0.1f * r, range.vMax + 0.2f * r);
+        float x = range.vMin + random.oneOf({0.0f, 0.018f, 0.0812f, 1.0f}) * r;
+        for (int64_t n = random.between(-4, 4); n != 0; n += n < 0 ? 1 : -1)
+            x = std::nextafter(x, n < 0 ? -INFINITY : INFINITY);
+        return x;
+    };
+}
+
+TEST(Gamma, Floats) {
+    constexpr Range ranges[] = {{0, 1},       {-0.0f, 255},     {16, 235},      {-1, 1},
+                                {0.1f, 0.7f}, {1e-41f, 2e-38f}, {-3e38f, 3e37f}};
+    constexpr uint32_t controls[] = {mxcsr::usual,
+                                     mxcsr::down,
+                                     mxcsr::up,
+                                     mxcsr::towardZero,
+                                     mxcsr::usual | mxcsr::flushToZero | mxcsr::denormalsAreZero,
+                                     mxcsr::usual | mxcsr::denormalsAreZero};
+    int turn = 0;
+    forEachSize([&](MoxiSize roi, Random& random) {
+        for (const auto& forms : floatForms) {
+            const Range range = ranges[size_t(++turn) % std::size(ranges)];
+            const uint32_t control = controls[size_t(turn / 7) % std::size(controls)];
+            expectForms<float>(forms, roi, random, around(range), control, range.vMin, range.vMax);
+        }
+    });
+}
+
+// Ranges that pass the test although they are none.
+TEST(Gamma, RangesWithoutEnd) {
+    Random random(1);
+    for (const auto& forms : floatForms)
+        for (const Range range : {Range{NAN, 1}, Range{0, NAN}, Range{0, INFINITY}, Range{-INFINITY, 0}})
+            expectForms<float>(forms, {9, 2}, random, around({0, 1}), mxcsr::usual, range.vMin, range.vMax);
+}
+
+TEST(Gamma, FloatsBetweenZeroAndOne) {
+    forEachLibrary([](const Library& lib) {
+        for (const auto& forms : floatForms) {
+            float x[] = {0, -0.0f, 1};
+            EXPECT_EQ(lib(forms.c3i)(x, 12, {1, 1}, 0, 1), moxStatusOk);
+            EXPECT_EQ(x[0], 0);
+            EXPECT_TRUE(x[1] == 0 && std::signbit(x[1]));
+            EXPECT_EQ(x[2], 1);
+        }
+    });
+}
+
+TEST(Gamma, RangeIsTestedFirst) {
+    for (const auto& forms : floatForms)
+        expectGammaStatuses(
+            forms,
+            [](int vMin) {
+                return StatusTable{{"an empty range", {value(vMin, 1), null(0), size(0, 0)}, moxStatusBadRange},
+                                   {"a range upside down", {value(vMin, 2)}, moxStatusBadRange},
+                                   {"limits that differ by less than a float tells",
+                                    {value(vMin, 1), value(vMin + 1, 1 + 1e-9)},
+                                    moxStatusBadRange},
+                                   {"no number", {value(vMin + 1, NAN)}, moxStatusOk}};
+            },
+            0, 1);
 }
 
 }  // namespace
