@@ -153,6 +153,12 @@ MOX_INLINE __m128i laneOf(Vec<T> v) {
 #endif
 }
 
+/// The low (0) or the high (1) 8 bytes of a lane.
+template <int which>
+MOX_INLINE uint64_t half(__m128i lane) {
+    return uint64_t(_mm_extract_epi64(lane, which));
+}
+
 /// A vector of its lanes, of which it takes the first one or both.
 template <class V>
 MOX_INLINE V fromLanes(__m128i lane0, [[maybe_unused]] __m128i lane1) {
@@ -543,6 +549,11 @@ MOX_INLINE I32 truncate(F64 lo, F64 hi) {
 #else
     return {_mm_unpacklo_epi64(_mm_cvttpd_epi32(lo.r), _mm_cvttpd_epi32(hi.r))};
 #endif
+}
+
+/// A mask of floats from those of the doubles that widenLo() and widenHi() give.
+MOX_INLINE F32 narrowMask(F64 lo, F64 hi) {
+    return {MOX_MM(shuffle_ps)(as<F32>(lo).r, as<F32>(hi).r, 0 | 2 << 2 | 0 << 4 | 2 << 6)};
 }
 
 }  // namespace q4
