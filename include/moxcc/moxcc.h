@@ -27,5 +27,6 @@
 #include "moxcc/ycocg.h"
 #include "moxcc/yuv.h"
 #include "moxcc/yuv_decode.h"
+#include "moxcc/yuv_encode.h"
 
 #endif

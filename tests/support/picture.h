@@ -35,6 +35,13 @@ class Picture {
         for (size_t i = 0; i < planes_.size(); ++i) steps_[i] = planes_[i].step();
     }
 
+    /// All planes lie in the same way.
+    Picture(const std::vector<Shape>& shapes, const Layout& layout, Random& random) {
+        for (const Shape& shape : shapes)
+            planes_.emplace_back(shape.columns, std::max(shape.rows, 1), shape.channels, layout, random);
+        for (size_t i = 0; i < planes_.size(); ++i) steps_[i] = planes_[i].step();
+    }
+
     Plane<Mox8u>& operator[](size_t plane) { return planes_[plane]; }
     const Plane<Mox8u>& operator[](size_t plane) const { return planes_[plane]; }
     size_t planes() const { return planes_.size(); }

@@ -1,0 +1,271 @@
+#include "moxcc/yuv_encode.h"
+
+#include "video/encode_reference.h"
+
+using namespace moxtest;
+
+namespace {
+
+// ---- rules, written from their definition ---------------------------------------------------------------------------
+
+int m(int x, int c) { return floorShift(128 * x * c + 16384, 15); }
+int hw(int p, int c) { return floorShift(p * c, 16); }
+int rm(int d, int c) { return floorShift(d * c + 16384, 15); }
+int x6(int x) { return x * 257 >> 6; }
+int raw(Colour p) { return 19595 * p.r + 38470 * p.g + 7471 * p.b; }
+int r15(Colour p) { return 9798 * p.r + 19235 * p.g + 3736 * p.b; }
+int k(Colour p) { return ((9798 * p.r + 19235 * p.g) >> 14) + (3736 * p.b >> 14); }
+int q14(Colour p) { return 4899 * p.r + 9617 * p.g + 1868 * p.b; }
+int n(Colour p) { return m(p.r, 4899) + m(p.g, 9617) + m(p.b, 1868); }
+int a(Colour p) { return hw(4 * p.r, 9798) + hw(4 * p.g, 19235) + hw(4 * p.b, 3736); }
+int b(Colour p) { return hw(x6(p.r), 9798) + hw(x6(p.g), 19235) + hw(x6(p.b), 3736); }
+
+using Cell = std::vector<Colour>;
+
+template <class F>
+std::vector<int> each(const Cell& cell, const F& f) {
+    std::vector<int> values;
+    for (const Colour& p : cell) values.push_back(f(p));
+    return values;
+}
+template <class F>
+int sum(const Cell& cell, const F& f) {
+    int total = 0;
+    for (const Colour& p : cell) total += f(p);
+    return total;
+}
+int red(Colour p) { return p.r; }
+int blue(Colour p) { return p.b; }
+
+// Pairs P, Q.
+Samples up1(const Cell& c) {
+    const auto chroma = [&](int x, int y, int weight) {
+        return clamp(floorShift(hw(((x + y) >> 1) - b(c[0]) - b(c[1]), weight), 1) + 128);
+    };
+    return {each(c, [](Colour p) { return clamp(b(p) >> 1); }), chroma(x6(c[0].b), x6(c[1].b), 16121),
+            chroma(x6(c[0].r), x6(c[1].r), 28737)};
+}
+template <int luma, int difference>
+Samples up2or6(const Cell& c) {
+    const int d = floorShift((sum(c, blue) << 16) - raw(c[0]) - raw(c[1]) + difference, 16);
+    const int e = floorShift((sum(c, red) << 16) - raw(c[0]) - raw(c[1]) + difference, 16);
+    return {each(c, [](Colour p) { return (raw(p) + luma) >> 16; }), floorShift(d * 32244, 17) + 128,
+            clamp(floorShift(e * 57475, 17) + 128)};
+}
+const CellRule up2 = up2or6<0, 0xFFFF>, up6 = up2or6<0x8000, 0x8000>;
+template <int added>
+Samples up3or5(const Cell& c) {
+    const auto kk = [](Colour p) { return k(p) + added; };
+    const int mean = (kk(c[0]) + kk(c[1])) >> 1;
+    return {each(c, [&](Colour p) { return clamp(kk(p) >> 1); }), clamp(hw(sum(c, blue) - mean, 16121) + 128),
+            clamp(hw(sum(c, red) - mean, 28737) + 128)};
+}
+const CellRule up3 = up3or5<0>, up5 = up3or5<1>;
+Samples up4(const Cell& c) {
+    const auto chroma = [&](int s, int weight) {
+        return clamp(floorShift(rm((s << 6) - n(c[0]) - n(c[1]), weight), 6) + 128);
+    };
+    return {each(c, [](Colour p) { return clamp(n(p) >> 6); }), chroma(sum(c, blue), 8061), chroma(sum(c, red), 14369)};
+}
+
+// One pixel.
+template <int uAdded, int vAdded>
+Samples uo1or2(const Cell& c) {
+    const int d = floorShift((c[0].b << 15) - r15(c[0]) + uAdded, 15);
+    const int e = floorShift((c[0].r << 15) - r15(c[0]) + vAdded, 15);
+    return {{r15(c[0]) >> 15}, floorShift(d * 16121, 15) + 128, clamp(floorShift(e * 28737, 15) + 128)};
+}
+const CellRule uo1 = uo1or2<0, 0>, uo2 = uo1or2<0x3FFF, 0x7FFF>;
+Samples uo3(const Cell& c) {
+    const int d = floorShift((c[0].b << 16) - raw(c[0]) + 0x8000, 16);
+    return {{(raw(c[0]) + 0x8000) >> 16}, floorShift(d * 32244, 16) + 128, 0};
+}
+
+// Cells of four.
+Samples uc1(const Cell& c) {
+    const int s = sum(c, n) >> 1;
+    const auto chroma = [&](int colour, int weight) {
+        return clamp(floorShift(rm((colour << 5) - s, weight), 6) + 128);
+    };
+    return {each(c, [](Colour p) { return clamp(n(p) >> 6); }), chroma(sum(c, blue), 8061), chroma(sum(c, red), 14369)};
+}
+Samples uc2(const Cell& c) {
+    const int d = floorShift((sum(c, blue) << 14) - sum(c, q14), 14),
+              e = floorShift((sum(c, red) << 14) - sum(c, q14), 14);
+    return {each(c, [](Colour p) { return (q14(p) + 2) >> 14; }), floorShift(d * 8061, 16) + 128,
+            clamp(floorShift(e * 14369, 16) + 128)};
+}
+Samples uc3(const Cell& c) {
+    const int d = floorShift((sum(c, blue) << 16) - sum(c, raw) + 0x1FFFF, 16);
+    const int e = floorShift((sum(c, red) << 16) - sum(c, raw) + 0x1FFFF, 16);
+    return {each(c, [](Colour p) { return raw(p) >> 16; }), floorShift(d * 32244, 18) + 128,
+            clamp(floorShift(e * 57475, 18) + 128)};
+}
+Samples uc4(const Cell& c) {
+    const int s = sum(c, a) >> 2;
+    return {each(c, [](Colour p) { return clamp(a(p) >> 1); }), clamp(hw((4 * sum(c, blue) >> 3) - s, 16121) + 128),
+            clamp(hw((4 * sum(c, red) >> 3) - s, 28737) + 128)};
+}
+
+// ---- the family -----------------------------------------------------------------------------------------------------
+
+const Encoder packed422 = {wholeGroups<16>, up5, up6, uo3};
+const Encoder fromPlanes422 = {wholeGroups<16>, up1, up2, uo1, true};
+const Encoder planar422 = {wholeGroups<16>, up3, up2, uo2, true};
+const Encoder aligned422 = {wholeGroups<16>, up4, up3, uo2, true};
+const Encoder planar420 = {wholeGroups<8>, uc1, uc2};
+const Encoder fromPlanes420 = {wholeGroups<1>, uc3, uc3};
+const Encoder fromBGRA420 = {wholeGroups<16>, uc4, uc3};
+
+constexpr auto afterSize = PlanesTested::afterSize;
+
+TEST(YUVEncode, Packed422) { expectEncodes(MOX_EXPORT(moxiRGBToYUV422_8u_C3C2R), packed422); }
+TEST(YUVEncode, PlanesToPlanar422) {
+    expectEncodes(MOX_EXPORT(moxiRGBToYUV422_8u_P3R), fromPlanes422, {1, 1}, afterSize);
+}
+TEST(YUVEncode, Planar420) {
+    expectEncodes(MOX_EXPORT(moxiRGBToYUV420_8u_C3P3R), planar420, {1, 1}, afterSize);
+    expectEncodes(MOX_EXPORT(moxiRGBToYUV420_8u_P3R), fromPlanes420, {1, 1}, afterSize);
+    expectEncodes(MOX_EXPORT(moxiBGRToYUV420_8u_AC4P3R), fromBGRA420, {1, 1}, afterSize);
+}
+
+// ---- alignment ------------------------------------------------------------------------------------------------------
+
+bool allAligned(const Picture& src, const Picture& dst) {
+    uintptr_t bits = reinterpret_cast<uintptr_t>(src[0].data()) | static_cast<uintptr_t>(src.steps()[0]);
+    for (size_t i = 0; i < 3; ++i)
+        bits |= reinterpret_cast<uintptr_t>(dst[i].data()) | static_cast<uintptr_t>(dst.steps()[i]);
+    return bits % 16 == 0;
+}
+void referenceC3P3R(const Picture& src, Picture& dst, MoxiSize roi) {
+    const Format format("moxiRGBToYUV422_8u_C3P3R");
+    Cells cells(format, src, dst);
+    reference(allAligned(src, dst) ? aligned422 : planar422, format, cells, roi);
+}
+
+TEST(YUVEncode, Planar422) {
+    const auto function = MOX_EXPORT(moxiRGBToYUV422_8u_C3P3R);
+    Conversion conversion = conversionOf(planar422, Format(function.name));
+    conversion.expected = [](const Picture& src, Picture& dst, MoxiSize roi, Mox8u) { referenceC3P3R(src, dst, roi); };
+    expectConversion(function, conversion);
+    expectChecks(function, {1, 1}, afterSize);
+}
+
+/// Eight values decide: one of them off by one byte is enough, with steps of either sign and in a single row.
+TEST(YUVEncode, Planar422DependsOnAlignment) {
+    Random random(8);
+    const int width = 38;
+    for (const int height : {1, 3}) {
+        for (const int sign : {1, -1}) {
+            for (int off = -1; off < 8; ++off) {
+                const Layout loose{.gap = 128 - 3 * width, .guard = Guard::none};
+                Picture src({{width, 2 * height, 3}}, loose, random);
+                Picture want({{128, 2 * height, 1}, {128, 2 * height, 1}, {128, 2 * height, 1}},
+                             Layout{.guard = Guard::none}, random);
+                const Picture before = want;
+                const Mox8u* from = src[0].rowStart(height) + (off == 0);
+                const int32_t srcStep = sign * (128 + (off == 1));
+                int32_t steps[3];
+                int shift[3];
+                for (int i = 0; i < 3; ++i) {
+                    shift[i] = off == 2 + i;
+                    steps[i] = sign * (128 + (off == 5 + i));
+                }
+                const Encoder& e = off == -1 ? aligned422 : planar422;
+                const auto put = [&](size_t plane, int y, int x, int value) {
+                    want[plane].rowStart(height)[steps[plane] * y + shift[plane] + x] = static_cast<Mox8u>(value);
+                };
+                for (int y = 0; y < height; ++y) {
+                    for (int x = 0; x < width; x += 2) {
+                        const Mox8u* p = from + srcStep * y + 3 * x;
+                        const Samples s =
+                            (x < e.limit(width) ? e.below : e.above)({{p[0], p[1], p[2]}, {p[3], p[4], p[5]}});
+                        put(0, y, x, s.y[0]), put(0, y, x + 1, s.y[1]), put(1, y, x / 2, s.cb), put(2, y, x / 2, s.cr);
+                    }
+                }
+                forEachLibrary([&](const Library& lib) {
+                    const Picture got = before;
+                    Mox8u* planes[3];
+                    for (size_t i = 0; i < 3; ++i) planes[i] = got[i].rowStart(height) + shift[i];
+                    ASSERT_EQ(MOX_CALL(lib, moxiRGBToYUV422_8u_C3P3R)(from, srcStep, planes, steps, {width, height}),
+                              moxStatusOk);
+                    for (size_t i = 0; i < 3; ++i)
+                        ASSERT_TRUE(same(got[i], want[i])) << "value " << off << " off, plane " << i;
+                });
+            }
+        }
+    }
+}
+
+// ---- images without gaps --------------------------------------------------------------------------------------------
+
+/// Sizes on both sides of 256 pixels, in one row and in many; planes that end at a guard page, or are aligned.
+template <class F>
+void expectWithoutGaps(Export<F> function, const Encoder& usual, bool is420) {
+    const Format format(function.name);
+    const Conversion conversion = conversionOf(usual, format);
+    const auto run = [&](MoxiSize roi, const Layout& layout, Random& random) {
+        const int w = roi.width, h = roi.height, chroma = std::max(is420 ? w / 2 : (w + 1) / 2, 1);
+        const Picture src(std::vector<Shape>(size_t(format.srcPlanes), {w, h, format.srcChannels}), layout, random);
+        Picture want({{w, h, 1}, {chroma, h, 1}, {chroma, h, 1}}, layout, random);
+        const Picture before = want;
+        Cells cells(format, src, want);
+        if (!is420 && w % 2 == 0 && w * roi.height >= 256)
+            reference(usual, format, cells, {w * roi.height, 1});  // which rows without gaps allow
+        else if (!is420 && format.srcPlanes == 1)
+            referenceC3P3R(src, want, roi);
+        else
+            reference(usual, format, cells, roi);
+        forEachLibrary([&](const Library& lib) {
+            const Picture got = before;
+            ASSERT_EQ(callOn(lib(function), src, got, roi, 0), conversion.status(roi)) << function.name;
+            for (size_t i = 0; i < 3; ++i) ASSERT_TRUE(same(got[i], want[i])) << "plane " << i;
+        });
+    };
+    Random random(4);
+    for (int width = 1; width <= 70; ++width)
+        for (const int height : {1, 2, 255 / width + 1, 256 / width + 2})
+            for (const Guard guard : {Guard::after, Guard::none}) run({width, height}, Layout{.guard = guard}, random);
+    for (const int width : {254, 255, 256, 288, 301}) run({width, 1}, Layout{.guard = Guard::none}, random);
+}
+
+TEST(YUVEncode, WithoutGaps) {
+    expectWithoutGaps(MOX_EXPORT(moxiRGBToYUV422_8u_C3P3), planar422, false);
+    expectWithoutGaps(MOX_EXPORT(moxiRGBToYUV422_8u_P3), fromPlanes422, false);
+    expectWithoutGaps(MOX_EXPORT(moxiRGBToYUV420_8u_C3P3), planar420, true);
+    expectWithoutGaps(MOX_EXPORT(moxiRGBToYUV420_8u_P3), fromPlanes420, true);
+}
+
+template <class S>
+void expectChecksWithoutGaps(Export<MoxStatus(S, Mox8u* const*, MoxiSize)> function) {
+    constexpr bool srcPlanes = std::is_same_v<S, const Mox8u* const*>;
+    StatusTable table = {
+        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
+        {"destination before size", {null(1), size(0, 0)}, moxStatusNullPtr},
+        {"width", {size(0, 8)}, moxStatusBadSize},
+        {"height", {size(8, 0)}, moxStatusBadSize},
+        {"as many pixels as one row has", {size(-32, -32)}, moxStatusBadSize},
+        {"size before planes", {nullPlane(1, 0), size(0, 8)}, moxStatusBadSize},
+        {"first plane", {nullPlane(1, 0)}, moxStatusNullPtr},
+        {"last plane of one row", {nullPlane(1, 2), size(32, 8)}, moxStatusNullPtr},
+    };
+    if (srcPlanes) table.push_back({"last source plane", {nullPlane(0, 2)}, moxStatusNullPtr});
+    Random random(3);
+    const Picture src({{1024, 1, 1}, {1024, 1, 1}, {1024, 1, 1}}, Layout{}, random);
+    const Picture dst({{1024, 1, 1}, {1024, 1, 1}, {1024, 1, 1}}, Layout{}, random);
+    const Mox8u* from[] = {src[0].data(), src[1].data(), src[2].data()};
+    Mox8u* to[] = {dst[0].data(), dst[1].data(), dst[2].data()};
+    if constexpr (srcPlanes)
+        expectStatuses(function, {from, to, {8, 8}}, {&dst[0], &dst[1], &dst[2]}, table);
+    else
+        expectStatuses(function, {from[0], to, {8, 8}}, {&dst[0], &dst[1], &dst[2]}, table);
+}
+
+TEST(YUVEncode, ChecksWithoutGaps) {
+    expectChecksWithoutGaps(MOX_EXPORT(moxiRGBToYUV422_8u_C3P3));
+    expectChecksWithoutGaps(MOX_EXPORT(moxiRGBToYUV422_8u_P3));
+    expectChecksWithoutGaps(MOX_EXPORT(moxiRGBToYUV420_8u_C3P3));
+    expectChecksWithoutGaps(MOX_EXPORT(moxiRGBToYUV420_8u_P3));
+}
+
+}  // namespace

@@ -1,0 +1,209 @@
+// RGB and BGR to subsampled YUV, full range: 4:2:2 and 4:2:0.
+#include "moxcc/yuv_encode.h"
+
+#include "video/encode.h"
+
+namespace q4 {
+namespace {
+
+// ---- rules of full precision ----------------------------------------------------------------------------------------
+
+/// Y, and the sums over the cell of B - Y and R - Y, each by one sum, then the two scaled. Weights, offsets and scales
+/// are in units of 1/65536.
+template <MatrixRow y, int yOffset, int uOffset, int vOffset, int uScale, int vScale, int shift>
+struct Differences {
+    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{FullPrecision<y, yOffset, 16>{}(p)}}; }
+    MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return terms.c[0]; }
+    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>&) {
+        constexpr MatrixRow less = y * -1;
+        constexpr MatrixRow b = {{less.weight[0], less.weight[1], less.weight[2] + one16}};
+        constexpr MatrixRow r = {{less.weight[0] + one16, less.weight[1], less.weight[2]}};
+        return {{scaled<uScale>(FullPrecision<b, uOffset, 16>{}(colours)),
+                 scaled<vScale>(FullPrecision<r, vOffset, 16>{}(colours))}};
+    }
+
+  private:
+    template <int scale>
+    MOX_INLINE static I16 scaled(I16 difference) {
+        return FullPrecision<{{scale, 0, 0}}, 0, shift>{}({{difference}}) + splat<I16>(128);
+    }
+};
+
+constexpr MatrixRow y16 = {{19595, 38470, 7471}}, y15 = {{9798, 19235, 3736}}, y14 = {{4899, 9617, 1868}};
+
+using UP2 = Differences<y16, 0, 0xFFFF, 0xFFFF, 32244, 57475, 17>;
+using UP6 = Differences<y16, half16, half16, half16, 32244, 57475, 17>;
+using UO1 = Differences<y15 * 2, 0, 0, 0, 16121 * 2, 28737 * 2, 16>;
+using UO2 = Differences<y15 * 2, 0, 0x3FFF * 2, 0x7FFF * 2, 16121 * 2, 28737 * 2, 16>;
+using UO3 = Differences<y16, half16, half16, half16, 32244, 57475, 16>;
+using UC2 = Differences<y14 * 4, 2 * 4, 0, 0, 8061, 14369, 16>;
+using UC3 = Differences<y16, 0, 0x1FFFF, 0x1FFFF, 32244, 57475, 18>;
+
+// ---- rules of 16 bits -----------------------------------------------------------------------------------------------
+//
+// Luma of a few fractional bits is the term of a pixel; chroma is the difference of the sums of colour and of luma.
+
+/// U and V from the differences B - Y and R - Y, both scaled and then reduced by the same function.
+template <class Scaled>
+MOX_INLINE Px<I16, 2> scaledDifferences(I16 b, I16 r, I16 y, int uScale, int vScale, const Scaled& scaled) {
+    return {{scaled(b - y, splat<I16>(int16_t(uScale))) + splat<I16>(128),
+             scaled(r - y, splat<I16>(int16_t(vScale))) + splat<I16>(128)}};
+}
+
+/// On samples of ten bits, (x * 257) >> 6.
+struct UP1 {
+    MOX_INLINE static Px<I16, 3> terms(const Px<I16, 3>& p) {
+        Px<I16, 3> x;
+        for (int c = 0; c < 3; ++c) x.c[c] = shl<2>(p.c[c]) + shr<6>(p.c[c]);
+        return {{FlooredTerms<y15, 0, 0, 0>{}(x), x.c[0], x.c[2]}};
+    }
+    MOX_INLINE static I16 luma(const Px<I16, 3>& terms) { return shr<1>(terms.c[0]); }
+    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>&, const Px<I16, 3>& sums) {
+        return scaledDifferences(shr<1>(sums.c[2]), shr<1>(sums.c[1]), sums.c[0], 16121, 28737,
+                                 [](I16 d, I16 scale) { return shr<1>(mulHi(d, scale)); });
+    }
+};
+
+/// Twice the luma as the sum of two truncated parts, and `added`.
+template <int added>
+struct TwoPartLuma {
+    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) {
+        const WideSum redGreen = wideSum<{{9798, 19235, 0}}>(p);
+        const I16 twice =
+            narrowI16(shr<14>(redGreen.lo), shr<14>(redGreen.hi)) + mulHi(shl<2>(p.c[2]), splat<I16>(3736));
+        return {{twice + splat<I16>(added)}};
+    }
+    MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return shr<1>(terms.c[0]); }
+    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>& sums) {
+        return scaledDifferences(colours.c[2], colours.c[0], shr<1>(sums.c[0]), 16121, 28737,
+                                 [](I16 d, I16 scale) { return mulHi(d, scale); });
+    }
+};
+using UP3 = TwoPartLuma<0>;
+using UP5 = TwoPartLuma<1>;
+
+/// Luma of 6 fractional bits, rounded. Over a cell of four pixels its sum takes 16 bits, half of it 15.
+template <int pixels>
+struct RoundedLuma {
+    static constexpr int extra = pixels == 4 ? 1 : 0;
+    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{RoundedTerms<y14, 7, 0, 0>{}(p)}}; }
+    MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return shr<6>(terms.c[0]); }
+    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>& sums) {
+        return scaledDifferences(shl<6 - extra>(colours.c[2]), shl<6 - extra>(colours.c[0]),
+                                 as<I16>(shr<extra>(as<U16>(sums.c[0]))), 8061, 14369,
+                                 [](I16 d, I16 scale) { return shr<6>(mulHiRound(d, scale)); });
+    }
+};
+using UP4 = RoundedLuma<2>;
+using UC1 = RoundedLuma<4>;
+
+/// Twice the luma as the sum of truncated terms.
+struct UC4 {
+    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{FlooredTerms<y15, 2, 0, 0>{}(p)}}; }
+    MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return shr<1>(terms.c[0]); }
+    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>& sums) {
+        return scaledDifferences(shr<1>(colours.c[2]), shr<1>(colours.c[0]), shr<2>(sums.c[0]), 16121, 28737,
+                                 [](I16 d, I16 scale) { return mulHi(d, scale); });
+    }
+};
+
+// ---- kernels --------------------------------------------------------------------------------------------------------
+
+// Source, destination, columns below the limit and their rules, rules of the others, rules of a last odd pixel.
+
+using innerRGBToYUV422_8u_P3R = Encode<PlanarRGB, Planar422, Passes<16>, UP1, UP2, UO1>;
+using innerRGBToYUV422_8u_C3P3R = Encode<RGB, Planar422, Passes<16>, UP3, UP2, UO2>;
+using inner_Q3_RGBToYUV422_8u_C3P3R = Encode<RGB, Planar422, Passes<16>, UP4, UP3, UO2>;
+using innerRGBToYUV422_8u_C3C2R = Encode<RGB, YCbCr422, Passes<16>, UP5, UP6, UO3>;
+
+using innerRGBToYUV420_8u_C3P3R = Encode<RGB, Planar420, Passes<8>, UC1, UC2>;
+using innerRGBToYUV420_8u_P3R = Encode<PlanarRGB, Planar420, AllCells, UC3, UC3>;
+using innerBGRToYUV420_8u_AC4P3R = Encode<BGRA, Planar420, Passes<16>, UC4, UC3>;
+
+// ---- entries --------------------------------------------------------------------------------------------------------
+
+bool allAligned(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps) {
+    uintptr_t bits = reinterpret_cast<uintptr_t>(src) | uintptr_t(srcStep);
+    for (int i = 0; i < 3; ++i) bits |= reinterpret_cast<uintptr_t>(dstPlanes[i]) | uintptr_t(dstSteps[i]);
+    return bits % 16 == 0;
+}
+
+/// Other rules hold when all rows start on 16 bytes.
+MoxStatus myRGBToYUV422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                 MoxiSize roiSize) {
+    const auto from = image(src, srcStep);
+    const auto to = image<3>(dstPlanes, dstSteps);
+    return allAligned(src, srcStep, dstPlanes, dstSteps)
+               ? encodeCells(inner_Q3_RGBToYUV422_8u_C3P3R{}, from, to, roiSize)
+               : encodeCells(innerRGBToYUV422_8u_C3P3R{}, from, to, roiSize);
+}
+
+// Steps of images without gaps between their rows; the width may be any.
+struct PlaneSteps {
+    int32_t planes[3];
+};
+constexpr int32_t naturalRGB(int32_t width) { return int32_t(3 * uint32_t(width)); }
+constexpr PlaneSteps natural422(int32_t width) {
+    const int32_t chroma = width / 2 + (width & 1);
+    return {{width, chroma, chroma}};
+}
+constexpr PlaneSteps natural420(int32_t width) { return {{width, width / 2, width / 2}}; }
+
+int32_t pixelsOf(MoxiSize size) { return int32_t(uint32_t(size.width) * uint32_t(size.height)); }
+
+/// Whether a 4:2:2 image without gaps is a single row to the kernels: one of pairs alone and not too small.
+bool isOneRow(MoxiSize size) {
+    return size.width > 0 && size.height > 0 && size.width % 2 == 0 && pixelsOf(size) >= 256;
+}
+MoxiSize joinedRows(MoxiSize size) { return isOneRow(size) ? MoxiSize{pixelsOf(size), 1} : size; }
+
+}  // namespace
+}  // namespace q4
+
+using namespace q4;
+
+MoxStatus moxiRGBToYUV422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+    return encode<innerRGBToYUV422_8u_C3C2R>(src, srcStep, dst, dstStep, roiSize);
+}
+MoxStatus moxiRGBToYUV422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                   MoxiSize roiSize) {
+    if (MoxStatus s = checkPicture<PlanesTested::afterSize, 1, 3>(src, dstPlanes, roiSize)) return s;
+    return myRGBToYUV422_8u_C3P3R(src, srcStep, dstPlanes, dstSteps, roiSize);
+}
+MoxStatus moxiRGBToYUV422_8u_C3P3(const Mox8u* src, Mox8u* const* dstPlanes, MoxiSize roiSize) {
+    if (MoxStatus s = checkPicture<PlanesTested::afterSize, 1, 3>(src, dstPlanes, roiSize)) return s;
+    const int32_t srcStep = naturalRGB(roiSize.width);
+    const PlaneSteps dstSteps = natural422(roiSize.width);
+    if (isOneRow(roiSize))
+        return encodeCells(innerRGBToYUV422_8u_C3P3R{}, image(src, srcStep), image<3>(dstPlanes, dstSteps.planes),
+                           joinedRows(roiSize));
+    return myRGBToYUV422_8u_C3P3R(src, srcStep, dstPlanes, dstSteps.planes, roiSize);
+}
+MoxStatus moxiRGBToYUV422_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
+                                 const int32_t* dstSteps, MoxiSize roiSize) {
+    return encode<innerRGBToYUV422_8u_P3R>(srcPlanes, srcStep, dstPlanes, dstSteps, roiSize);
+}
+MoxStatus moxiRGBToYUV422_8u_P3(const Mox8u* const* srcPlanes, Mox8u* const* dstPlanes, MoxiSize roiSize) {
+    return encode<innerRGBToYUV422_8u_P3R>(srcPlanes, roiSize.width, dstPlanes, natural422(roiSize.width).planes,
+                                           joinedRows(roiSize));
+}
+
+MoxStatus moxiRGBToYUV420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                   MoxiSize roiSize) {
+    return encode<innerRGBToYUV420_8u_C3P3R>(src, srcStep, dstPlanes, dstSteps, roiSize);
+}
+MoxStatus moxiRGBToYUV420_8u_C3P3(const Mox8u* src, Mox8u* const* dstPlanes, MoxiSize roiSize) {
+    return moxiRGBToYUV420_8u_C3P3R(src, naturalRGB(roiSize.width), dstPlanes, natural420(roiSize.width).planes,
+                                    roiSize);
+}
+MoxStatus moxiRGBToYUV420_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
+                                 const int32_t* dstSteps, MoxiSize roiSize) {
+    return encode<innerRGBToYUV420_8u_P3R>(srcPlanes, srcStep, dstPlanes, dstSteps, roiSize);
+}
+MoxStatus moxiRGBToYUV420_8u_P3(const Mox8u* const* srcPlanes, Mox8u* const* dstPlanes, MoxiSize roiSize) {
+    return moxiRGBToYUV420_8u_P3R(srcPlanes, roiSize.width, dstPlanes, natural420(roiSize.width).planes, roiSize);
+}
+MoxStatus moxiBGRToYUV420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                    MoxiSize roiSize) {
+    return encode<innerBGRToYUV420_8u_AC4P3R>(src, srcStep, dstPlanes, dstSteps, roiSize);
+}
