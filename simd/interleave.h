@@ -76,6 +76,16 @@ MOX_INLINE Vec<T> gatherChannel(const Vec<T> (&reg)[3]) {
 
 template <class T>
 MOX_INLINE void deinterleave(const Vec<T> (&reg)[3], Vec<T> (&channel)[3]) {
+    if constexpr (sizeof(T) == 4) {  // a shuffle that takes pairs from two registers leaves fewer blends
+        const Vec<T> x0y0z0x1 = reg[0], y1z1x2y2 = reg[1], z2x3y3z3 = reg[2];
+        const Vec<T> x3x2 = takeResidue<1>(y1z1x2y2, z2x3y3z3);
+        const Vec<T> y1y0 = takeResidue<1>(y1z1x2y2, x0y0z0x1), y3y2 = takeResidue<2>(y1z1x2y2, z2x3y3z3);
+        const Vec<T> z1z0 = takeResidue<2>(y1z1x2y2, x0y0z0x1);
+        channel[0] = shufflePairs32<0, 3, 2, 1>(x0y0z0x1, x3x2);
+        channel[1] = shufflePairs32<1, 0, 3, 2>(y1y0, y3y2);
+        channel[2] = shufflePairs32<2, 1, 0, 3>(z1z0, z2x3y3z3);
+        return;
+    }
     const Vec<T> c0 = gatherChannel<0>(reg), c1 = gatherChannel<1>(reg), c2 = gatherChannel<2>(reg);
     channel[0] = c0, channel[1] = c1, channel[2] = c2;
 }
@@ -91,6 +101,14 @@ MOX_INLINE Vec<T> scatterOrder(Vec<T> channel) {
 
 template <class T>
 MOX_INLINE void interleave(const Vec<T> (&channel)[3], Vec<T> (&reg)[3]) {
+    if constexpr (sizeof(T) == 4) {
+        const Vec<T> x = channel[0], y = channel[1], z = channel[2];
+        const Vec<T> zx = blend16<0xCC>(z, x);  // z0 x1 z2 x3
+        reg[0] = shufflePairs32<0, 1, 0, 1>(unpackLo<32>(x, y), zx);
+        reg[1] = shufflePairs32<2, 3, 0, 1>(unpackLo<32>(y, z), unpackHi<32>(x, y));
+        reg[2] = shufflePairs32<2, 3, 2, 3>(zx, unpackHi<32>(y, z));
+        return;
+    }
     const Vec<T> c0 = scatterOrder<0>(channel[0]), c1 = scatterOrder<1>(channel[1]), c2 = scatterOrder<2>(channel[2]);
     reg[0] = takeResidue<residue<T>(2, 0)>(takeResidue<residue<T>(1, 0)>(c0, c1), c2);
     reg[1] = takeResidue<residue<T>(2, 1)>(takeResidue<residue<T>(1, 1)>(c0, c1), c2);

@@ -342,6 +342,11 @@ template <int a, int b, int c, int d, class T>
 MOX_INLINE Vec<T> shuffle32(Vec<T> v) {
     return as<Vec<T>>(I32{MOX_MM(shuffle_epi32)(as<I32>(v).r, a | b << 2 | c << 4 | d << 6)});
 }
+/// The 32-bit elements i, j of a, then k, l of b, in each lane.
+template <int i, int j, int k, int l, class T>
+MOX_INLINE Vec<T> shufflePairs32(Vec<T> a, Vec<T> b) {
+    return as<Vec<T>>(F32{MOX_MM(shuffle_ps)(as<F32>(a).r, as<F32>(b).r, i | j << 2 | k << 4 | l << 6)});
+}
 /// Elements of a and b in turn, from the low or the high halves of their lanes.
 template <int bits, class T>
 MOX_INLINE Vec<T> unpackLo(Vec<T> a, Vec<T> b) {
