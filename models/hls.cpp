@@ -22,20 +22,21 @@ MOX_INLINE Extremes extremes(const Px<F32, 3>& p) {
 }
 
 /// The third of the colour circle that a pixel lies in, by its greatest channel: the earliest of equal ones.
-struct Sector {
-    F32 first;  // mask: the sector around red, with base 0
+struct Third {
+    F32 red;    // mask: the third around red
     F32 diff;   // difference of the two other channels
-    F32 base;   // degrees
+    F32 start;  // in degrees; of red's 360, for the half that lies before 0
 };
-MOX_INLINE Sector sectorOf(const Px<F32, 3>& p, F32 mx) {
+MOX_INLINE Third thirdOf(const Px<F32, 3>& p, F32 mx) {
     const F32 r = p.c[0], g = p.c[1], b = p.c[2];
     const F32 red = eq(r, mx), green = eq(g, mx);
+    const auto degrees = [](float d) { return splat<F32>(d); };
     return {red, select(red, g - b, select(green, b - r, r - g)),
-            andNot(red, select(green, splat<F32>(120.0f), splat<F32>(240.0f)))};
+            select(red, degrees(360), select(green, degrees(120), degrees(240)))};
 }
-
-MOX_INLINE F32 wrapNegative(F32 degrees) {
-    return select(lt(degrees, zero<F32>()), degrees + splat<F32>(360.0f), degrees);
+/// The hue, from the degrees within the third. Nothing is added to those from 0 on in red's, so that -0 stays.
+MOX_INLINE F32 hueOf(const Third& third, F32 degrees) {
+    return select(andNot(lt(degrees, zero<F32>()), third.red), degrees, degrees + third.start);
 }
 
 // diff * 60 / delta, in both orders.
@@ -60,10 +61,10 @@ struct RGBToHLS {
         const auto [mx, mn] = extremes(p);
         const F32 delta = mx - mn, sum = mx + mn;
         const F32 l = splat<F32>(0.5f) * sum;
-        const F32 den = select(le(l, splat<F32>(scales.top / 2)), sum, splat<F32>(2 * scales.top) - sum);
+        const F32 den = min(sum, splat<F32>(2 * scales.top) - sum);  // the first of them up to the middle lightness
         const F32 s = (delta * reciprocal(den)) * splat<F32>(scales.top);
-        const Sector sector = sectorOf(p, mx);
-        const F32 h = wrapNegative(angle(sector.diff, reciprocal(delta)) + sector.base);
+        const Third third = thirdOf(p, mx);
+        const F32 h = hueOf(third, angle(third.diff, reciprocal(delta)));
 
         const F32 gray = eq(delta, zero<F32>());
         const auto sample = [&](F32 v) { return convert(v) - bias; };
@@ -76,10 +77,9 @@ struct RGBToHLSFloat {
         const auto [mx, mn] = extremes(p);
         const F32 delta = mx - mn, sum = mx + mn;
         const F32 l = splat<F32>(0.5f) * sum;
-        const F32 s = delta / select(le(l, splat<F32>(0.5f)), sum, splat<F32>(2.0f) - sum);
-        const Sector sector = sectorOf(p, mx);
-        const F32 angle = (sector.diff * splat<F32>(60.0f)) / delta;
-        const F32 h = wrapNegative(select(sector.first, angle, angle + sector.base));  // -0 stays, so nothing is added
+        const F32 s = delta / min(sum, splat<F32>(2.0f) - sum);
+        const Third third = thirdOf(p, mx);
+        const F32 h = hueOf(third, (third.diff * splat<F32>(60.0f)) / delta);
 
         const F32 gray = le(delta, splat<F32>(0x1p-23f));
         return {{andNot(gray, h / splat<F32>(360.0f)), l, andNot(gray, s)}};
@@ -126,9 +126,9 @@ MOX_INLINE Px<F32, 3> colours(F32 hue, F32 l, F32 s) {
         const F32 onRamp = select(lt(t, degrees(240)), ramp, m1);
         return select(andNot(rising, lt(t, degrees(180))), m2, onRamp);
     };
-    const F32 red = hue + degrees(120);
-    return {{colour(select(lt(degrees(360), red), red - degrees(360), red)), colour(hue),
-             colour(wrapNegative(hue - degrees(120)))}};
+    const F32 red = hue + degrees(120), blue = hue - degrees(120);
+    return {{colour(red - (lt(degrees(360), red) & degrees(360))), colour(hue),
+             colour(blue + (lt(blue, zero<F32>()) & degrees(360)))}};
 }
 
 template <class T>
@@ -174,7 +174,8 @@ struct GrayAsItIs {
     MOX_INLINE Px<V, 3> operator()(const Px<V, 3>& p) const {
         const V gray = eq(p.c[2], splat<V>(noSaturation));
         Px<V, 3> result = rule(p);
-        for (V& v : result.c) v = select(gray, p.c[1], v);
+        if (any(gray))
+            for (V& v : result.c) v = select(gray, p.c[1], v);
         return result;
     }
 };
