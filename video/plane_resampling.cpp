@@ -2,8 +2,6 @@
 // the rest round down.
 #include "moxcc/sampling.h"
 
-#include <algorithm>
-
 #include "video/sampling.h"
 
 namespace q4 {
@@ -74,14 +72,12 @@ struct WithNextColumn {
 
     void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
         const ptrdiff_t limit = (width - 1) & -16, rest = width - limit;  // 1 to 16 columns
-        Mox8u shifted[Src::planes][vectorBytes];
+        NextColumns copies[Src::planes];
         SrcRows<Src::planes> next, end, endNext;
         for (int i = 0; i < Src::planes; ++i) {
             next.p[i] = src.p[i] + 1;
             end.p[i] = src.p[i] + limit;
-            endNext.p[i] = shifted[i];
-            std::copy_n(end.p[i] + 1, rest - 1, shifted[i]);
-            shifted[i][rest - 1] = end.p[i][rest - 1];
+            endNext.p[i] = copies[i].of(end.p[i], rest);
         }
         DstRows<Dst::planes> dstEnd;
         for (int i = 0; i < Dst::planes; ++i) dstEnd.p[i] = dst.p[i] + Dst::bytes(i, limit);

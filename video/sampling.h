@@ -3,6 +3,8 @@
 // arrays only after the checks have passed.
 #pragma once
 
+#include <algorithm>
+
 #include "frame/checks.h"
 #include "frame/primitives.h"
 #include "frame/video_layouts.h"
@@ -41,6 +43,16 @@ template <class Byte, int n>
 MOX_INLINE RepeatedRows<Byte, n> repeatedRows(const Image<Byte, n>& image) {
     return {image};
 }
+
+/// Up to a vector of samples, each the one after a column's own; after the last column comes itself.
+struct NextColumns {
+    Mox8u samples[vectorBytes];
+    const Mox8u* of(const uint8_t* columns, ptrdiff_t n) {
+        std::copy_n(columns + 1, n - 1, samples);
+        samples[n - 1] = columns[n - 1];
+        return samples;
+    }
+};
 
 // ---- sides ----------------------------------------------------------------------------------------------------------
 
@@ -123,7 +135,7 @@ MOX_INLINE MoxStatus copyPlane(const Image<const Byte, 1>& src, const Image<Byte
     return moxiCopy_8u_C1R(src.base[0], int32_t(src.step[0]), dst.base[0], int32_t(dst.step[0]), size);
 }
 
-// ---- rules that move samples----------------------------------------------------------------------------------------
+// ---- rules that move samples ----------------------------------------------------------------------------------------
 
 struct Keep {
     template <class D, class B>

@@ -5,6 +5,7 @@
 #ifndef MOXCC_MOXCC_H
 #define MOXCC_MOXCC_H
 
+#include "moxcc/chroma_filter.h"
 #include "moxcc/demosaic.h"
 #include "moxcc/gamma.h"
 #include "moxcc/gray.h"

@@ -1,149 +1,18 @@
 #include "moxcc/sampling.h"
 
-#include <algorithm>
-#include <functional>
-#include <memory>
-#include <string>
-
-#include "support/support.h"
+#include "video/pictures.h"
 
 using namespace moxtest;
+using namespace moxtest::video;
 
 namespace {
 
-// ---- pictures in any layout -----------------------------------------------------------------------------------------
-
-struct Sampling {
-    int cellWidth, cellHeight;
-    bool operator==(const Sampling&) const = default;
-};
-const Sampling s422 = {2, 1}, s420 = {2, 2}, s411 = {4, 1}, s1620 = {4, 4};
-
-enum Layout { C2, C2chromaFirst, P2, P3, C1 };
-
-struct Place {
-    int plane, row, byte;
-};
-Place luma(Layout layout, int x, int y) {
-    return {0, y, layout == C2 ? 2 * x : layout == C2chromaFirst ? 2 * x + 1 : x};
-}
-/// Sample i of row r of the first (k = 0) or second kind of chroma.
-Place chroma(Layout layout, int k, int i, int r) {
-    switch (layout) {
-        case C2:
-            return {0, r, 4 * i + 1 + 2 * k};
-        case C2chromaFirst:
-            return {0, r, 4 * i + 2 * k};
-        case P2:
-            return {1, r, 2 * i + k};
-        default:
-            return {1 + k, r, i};
-    }
-}
-
-class Picture {
-  public:
-    /// chromaRowsLess: planes of chroma end so many rows before the picture's last.
-    Picture(Layout layout, Sampling s, MoxiSize size, Random& random, int chromaRowsLess = 0) : layout_(layout) {
-        const int w = size.width, h = std::max(size.height, 0);
-        const int columns = w / s.cellWidth, rows = h / s.cellHeight - chromaRowsLess;
-        const auto add = [&](int bytes, int r) {
-            planes_.push_back(std::make_unique<Plane<Mox8u>>(bytes, std::max(r, 1), 1, random));
-        };
-        add(layout == C2 || layout == C2chromaFirst ? 2 * w : w, h);
-        if (layout == P2) add(2 * columns, rows);
-        if (layout == P3) add(columns, rows), add(columns, rows);
-    }
-    Picture(const Picture& other) : layout_(other.layout_) {
-        for (const auto& plane : other.planes_) planes_.push_back(std::make_unique<Plane<Mox8u>>(*plane));
-    }
-
-    Layout layout() const { return layout_; }
-    int planes() const { return static_cast<int>(planes_.size()); }
-    Plane<Mox8u>& plane(int i) const { return *planes_[static_cast<size_t>(i)]; }
-    Mox8u get(Place p) const { return plane(p.plane).get(p.byte, p.row); }
-    void set(Place p, Mox8u v) { plane(p.plane).set(p.byte, p.row, v); }
-
-  private:
-    Layout layout_;
-    std::vector<std::unique_ptr<Plane<Mox8u>>> planes_;
-};
-
-// ---- calls ----------------------------------------------------------------------------------------------------------
-
-/// The pointers and steps of one side, to be changed at will.
-struct Side {
-    explicit Side(const Picture& picture) {
-        for (int i = 0; i < picture.planes(); ++i) {
-            planes[i] = picture.plane(i).data();
-            steps[i] = picture.plane(i).step();
-        }
-    }
-    Mox8u* planes[3] = {};
-    int32_t steps[3] = {};
-    bool nullArray = false, nullSteps = false;
-};
-
-/// An export of any signature, called with the pictures' planes and steps in the order of its parameters.
-struct Function {
-    std::string name;
-    std::function<MoxStatus(const Library&, const Side& src, const Side& dst, MoxiSize)> call;
-};
-
-class Arguments {
-  public:
-    Arguments(const Side& src, const Side& dst, MoxiSize size) : sides_{&src, &dst}, size_(size) {}
-
-    template <class P>
-    P next() {
-        if constexpr (std::is_same_v<P, MoxiSize>) {
-            return size_;
-        } else if constexpr (std::is_same_v<P, const Mox8u*> || std::is_same_v<P, Mox8u*>) {
-            step_ = &side<P>().steps[pointers_];
-            return side<P>().planes[pointers_++];
-        } else if constexpr (std::is_same_v<P, int32_t>) {
-            return *step_;
-        } else if constexpr (std::is_same_v<P, const int32_t*>) {
-            return last_->nullSteps ? nullptr : last_->steps;
-        } else {
-            return side<std::remove_const_t<std::remove_pointer_t<P>>>().nullArray
-                       ? nullptr
-                       : const_cast<P>(reinterpret_cast<Mox8u* const*>(last_->planes));
-        }
-    }
-
-  private:
-    /// Pointers to const are the source's.
-    template <class P>
-    const Side& side() {
-        const Side* const now = sides_[std::is_const_v<std::remove_pointer_t<P>> ? 0 : 1];
-        if (now != last_) pointers_ = 0;
-        return *(last_ = now);
-    }
-
-    const Side* sides_[2];
-    MoxiSize size_;
-    const Side* last_ = nullptr;
-    const int32_t* step_ = nullptr;
-    int pointers_ = 0;
-};
-
-template <class... P>
-Function anySignature(Export<MoxStatus(P...)> function) {
-    return {function.name, [=](const Library& lib, const Side& src, const Side& dst, MoxiSize size) {
-                Arguments arguments(src, dst, size);
-                std::tuple<P...> told{arguments.next<P>()...};
-                return std::apply(lib(function), told);
-            }};
-}
-#define FORM(function) anySignature(MOX_EXPORT(function))
-
 struct Form {
-    Function function;
+    AnyFunction function;
     Sampling from;
-    Layout src;
+    VideoLayout src;
     Sampling to;
-    Layout dst;
+    VideoLayout dst;
     bool crossed;
     int minWidth, minHeight;  // the width is cut to a multiple of its least value
 
@@ -152,57 +21,6 @@ struct Form {
     }
     int cellHeight() const { return std::max(from.cellHeight, to.cellHeight); }
 };
-
-/// Compares every byte of what the library makes of the source with what reference(src, want) does.
-template <class Reference>
-void expectSame(const Function& function, const Picture& src, const Picture& before, MoxiSize size,
-                const Reference& reference) {
-    Picture want = before;
-    reference(src, want);
-    for (int i = 0; i < src.planes(); ++i) src.plane(i).protect();
-    forEachLibrary([&](const Library& lib) {
-        const Picture got = before;
-        ASSERT_EQ(function.call(lib, Side(src), Side(got), size), moxStatusOk) << describe(lastCall());
-        for (int i = 0; i < got.planes(); ++i) ASSERT_TRUE(same(got.plane(i), want.plane(i))) << "plane " << i;
-    });
-}
-
-void expectStatuses(const Function& function, Layout srcLayout, Layout dstLayout, Sampling finest, MoxiSize good,
-                    const std::vector<MoxiSize>& bad) {
-    Random random(1);
-    const Picture src(srcLayout, finest, good, random), dst(dstLayout, finest, good, random);
-    const Picture before = dst;
-    forEachLibrary([&](const Library& lib) {
-        const auto expect = [&](const Side& s, const Side& d, MoxiSize size, MoxStatus status, const char* what) {
-            EXPECT_EQ(function.call(lib, s, d, size), status) << describe(lastCall()) << ": " << what;
-        };
-        // A null pointer is found before a bad size.
-        for (const MoxiSize size : {good, MoxiSize{0, 0}}) {
-            for (int i = 0; i < 3; ++i) {
-                Side s(src), d(dst);
-                if (i < src.planes()) {
-                    s.planes[i] = nullptr;
-                    expect(s, d, size, moxStatusNullPtr, "source plane");
-                    s = Side(src);
-                }
-                if (i < dst.planes()) {
-                    d.planes[i] = nullptr;
-                    // One form looks at the size before the destination's planes.
-                    const bool late = function.name == "moxiYCbCr420ToYCrCb420_8u_P2P3R" && size.width < 1;
-                    expect(s, d, size, late ? moxStatusBadSize : moxStatusNullPtr, "destination plane");
-                }
-            }
-            Side s(src), d(dst);
-            s.nullArray = true;
-            if (srcLayout == P3) expect(s, d, size, moxStatusNullPtr, "source array");
-            s = Side(src);
-            d.nullArray = true;
-            if (dstLayout == P3) expect(s, d, size, moxStatusNullPtr, "destination array");
-        }
-        for (const MoxiSize size : bad) expect(Side(src), Side(dst), size, moxStatusBadSize, "size");
-        for (int i = 0; i < dst.planes(); ++i) EXPECT_TRUE(bytesEqual(dst.plane(i), before.plane(i)));
-    });
-}
 
 // ---- luma and chroma moved ------------------------------------------------------------------------------------------
 
@@ -311,7 +129,7 @@ TEST(Sampling, TestsPointersThenSize) {
         const MoxiSize good = {form.minWidth, std::max(form.minHeight, 1)};
         std::vector<MoxiSize> bad = {{form.minWidth - 1, good.height}, {-4, good.height}};
         if (form.minHeight != any) bad.push_back({form.minWidth, form.minHeight - 1});
-        expectStatuses(form.function, form.src, form.dst, s422, good, bad);
+        expectStatuses(form.function, form.src, form.dst, good, bad);
     }
 }
 
@@ -337,7 +155,7 @@ TEST(Sampling, OneFormTestsItsDestinationSteps) {
 }
 
 TEST(Sampling, TakesLumaOfOddWidths) {
-    const Function function = FORM(moxiYCbCr422ToGray_8u_C2C1R);
+    const AnyFunction function = FORM(moxiYCbCr422ToGray_8u_C2C1R);
     forEachSize([&](MoxiSize size, Random& random) {
         const Picture src(C2, s422, size, random), before(C1, s422, size, random);
         expectSame(function, src, before, size, [&](const Picture& from, Picture& to) {
@@ -346,7 +164,7 @@ TEST(Sampling, TakesLumaOfOddWidths) {
             }
         });
     });
-    expectStatuses(function, C2, C1, s422, {1, 1}, {{0, 1}, {1, 0}, {-1, 1}});
+    expectStatuses(function, C2, C1, {1, 1}, {{0, 1}, {1, 0}, {-1, 1}});
 }
 
 // ---- chroma planes resampled ----------------------------------------------------------------------------------------
@@ -354,7 +172,7 @@ TEST(Sampling, TakesLumaOfOddWidths) {
 using Mat = const Plane<Mox8u>&;
 
 struct Resampling {
-    Function function;
+    AnyFunction function;
     Sampling from, to;
     int cellHeight;
     std::function<void(Mat c, Plane<Mox8u>& o)> reference;  // on one chroma plane
@@ -432,7 +250,7 @@ TEST(Sampling, ResamplesPlanes) {
                 });
             },
             1, 100, 3);
-        expectStatuses(r.function, P3, P3, s422, {4, 4}, {{6, 4}, {4, r.cellHeight + 1}, {0, 4}, {4, 0}, {-4, 4}});
+        expectStatuses(r.function, P3, P3, {4, 4}, {{6, 4}, {4, r.cellHeight + 1}, {0, 4}, {4, 0}, {-4, 4}});
     }
 }
 

@@ -1,0 +1,349 @@
+// 4:2:0 with filters: chroma rows interpolated with four taps, frames softened against interlace flicker slice by slice,
+// and chroma columns interpolated on the way to BGR.
+#include "moxcc/chroma_filter.h"
+
+#include <algorithm>
+
+#include "video/sampling.h"
+
+namespace q4 {
+namespace {
+
+using ChromaPlanes = Planar<Mox8u, 2>;
+using ChromaPairs = Interleaved<Mox8u, 2>;
+
+// ---- four taps ------------------------------------------------------------------------------------------------------
+
+/// A chroma row, and the row between it and the next, from the rows -1 to 2 around.
+struct FourTaps {
+    MOX_INLINE Px<U8, 2> operator()(const Px<U8, 4>& rows) const {
+        const auto between = [&](auto widen) {
+            const I16 inner = as<I16>(widen(rows.c[1]) + widen(rows.c[2]));
+            const I16 outer = as<I16>(widen(rows.c[0]) + widen(rows.c[3]));
+            return shr<4>(inner * splat<I16>(9) - outer + splat<I16>(8));
+        };
+        return {
+            {rows.c[1], narrowU8(between([](U8 v) { return widenLo(v); }), between([](U8 v) { return widenHi(v); }))}};
+    }
+};
+
+/// Rows beyond the first and the last count as these.
+void filterPlane(const Image<const uint8_t, 1>& src, const Image<uint8_t, 1>& dst, MoxiSize size) {
+    const AllColumns<Planar<Mox8u, 4>, Planar<Mox8u, 2>, On<U8, FourTaps>> kernel;
+    for (ptrdiff_t k = 0; k < size.height; ++k) {
+        const auto row = [&](ptrdiff_t y) { return src.row(std::clamp<ptrdiff_t>(y, 0, size.height - 1)).p[0]; };
+        kernel.row({{row(k - 1), row(k), row(k + 1), row(k + 2)}}, join(dst.row(2 * k), dst.row(2 * k + 1)),
+                   size.width);
+    }
+}
+
+/// Checks, copies luma, and runs chroma(size of a source chroma plane).
+template <class Src, class Chroma>
+MoxStatus doubleChromaRows(const Src& src, const PlanarSide<Mox8u>& dst, MoxiSize roiSize, Chroma chroma) {
+    if (MoxStatus s = firstOf(src.notNull(), dst.notNull(), sizeAtLeast(roiSize, 2, 8))) return s;
+    const MoxiSize whole = {roiSize.width & -2, roiSize.height & -8};
+    copyPlane(src.luma(), dst.luma(), whole);
+    chroma(MoxiSize{whole.width / 2, whole.height / 2});
+    return moxStatusOk;
+}
+MoxStatus filterPlanes(const PlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst, MoxiSize roiSize) {
+    return doubleChromaRows(src, dst, roiSize, [&](MoxiSize size) {
+        filterPlane(src.plane(src.firstChroma), dst.plane(1), size);
+        filterPlane(src.plane(3 - src.firstChroma), dst.plane(2), size);
+    });
+}
+
+// ---- rules of slices ------------------------------------------------------------------------------------------------
+//
+// A luma row becomes a mean of itself, at weight 1/2, and the rows above and below. Where it has no neighbour on one
+// side, it is its own neighbour.
+
+struct V1 {
+    MOX_INLINE static U8 luma(U8 above, U8 here, U8 below) { return avg(avg(above, here), avg(below, here)); }
+};
+struct V2 {
+    MOX_INLINE static U8 luma(U8 above, U8 here, U8 below) { return avg(here, avg(above, below)); }
+};
+/// The whole sum rounded down.
+struct F {
+    MOX_INLINE static U8 luma(U8 above, U8 here, U8 below) { return avgDown(avgDown(above, below), here); }
+};
+/// That and 1, limited to 255.
+struct F4 {
+    MOX_INLINE static U8 luma(U8 above, U8 here, U8 below) { return adds(F::luma(above, here, below), splat<U8>(1)); }
+};
+
+struct Up {
+    MOX_INLINE static U8 chroma(U8 a, U8 b) { return avg(a, b); }
+};
+struct Down {
+    MOX_INLINE static U8 chroma(U8 a, U8 b) { return avgDown(a, b); }
+};
+
+template <class Rule>
+struct LumaRow {
+    MOX_INLINE Px<U8, 1> operator()(const Px<U8, 3>& r) const { return {{Rule::luma(r.c[0], r.c[1], r.c[2])}}; }
+};
+template <class Rule>
+struct ChromaRow {
+    template <class D, int N>
+    MOX_INLINE Block<D, 2, N> apply(const RowPair<Block<D, 2, N>>& in) const {
+        Block<D, 2, N> out;
+        for (int c = 0; c < 2; ++c) out.c[c].v[0] = Rule::chroma(in.row[0].c[c].v[0], in.row[1].c[c].v[0]);
+        return out;
+    }
+};
+/// Three luma rows and two rows of chroma pairs to the two bytes of each packed pixel.
+template <class Luma, class Chroma>
+struct PackedRow {
+    MOX_INLINE Px<U8, 2> operator()(const Px<U8, 5>& r) const {
+        return {{Luma::luma(r.c[0], r.c[1], r.c[2]), Chroma::chroma(r.c[3], r.c[4])}};
+    }
+};
+
+// ---- slices ---------------------------------------------------------------------------------------------------------
+
+/// The rows of a slice. Output runs behind input, since each row needs the one below it: a slice leaves its last two
+/// rows to the next, and writes those of the slice before.
+struct Slice {
+    bool top, bottom;  // of the picture
+    ptrdiff_t height;
+
+    bool whole() const { return top && bottom; }
+    ptrdiff_t begin() const { return top ? 0 : -2; }
+    ptrdiff_t end() const { return bottom ? height : height - 2; }
+
+    /// The luma rows for row y.
+    SrcRows<3> lumaRows(const Image<const uint8_t, 1>& luma, ptrdiff_t y) const {
+        const ptrdiff_t above = top && y == 0 ? y : y - 1, below = bottom && y == height - 1 ? y : y + 1;
+        return {{luma.row(above).p[0], luma.row(y).p[0], luma.row(below).p[0]}};
+    }
+    /// The two chroma rows for chroma row j. The picture's last takes those of the one before; if it is the only one, it
+    /// stays as it is.
+    SrcRows<2> chromaRows(const Image<const uint8_t, 1>& pairs, ptrdiff_t j) const {
+        const ptrdiff_t last = height / 2 - 1;
+        ptrdiff_t a = j, b = j + 1;
+        if (bottom && j == last) a = whole() && last == 0 ? j : j - 1, b = j;
+        return {{pairs.row(a).p[0], pairs.row(b).p[0]}};
+    }
+};
+
+/// Runs convert(slice); unknown modes do nothing.
+template <class Convert>
+MoxStatus inSlices(MoxSliceMode mode, int32_t height, Convert convert) {
+    const bool whole = (mode & moxSliceAll) == moxSliceAll;
+    if (whole || mode == moxSliceFirst || mode == moxSliceMiddle || mode == moxSliceLast)
+        convert(Slice{whole || mode == moxSliceFirst, whole || mode == moxSliceLast, height});
+    return moxStatusOk;
+}
+
+// ---- slices to packed rows ------------------------------------------------------------------------------------------
+
+template <int group, class Luma, class Chroma, class LastLuma>
+using PackedRows = Split<Planar<Mox8u, 5>, Interleaved<Mox8u, 2>, group, On<U8, PackedRow<Luma, Chroma>>,
+                         On<U8, PackedRow<LastLuma, Down>>>;
+
+// clang-format off
+//                                                   columns  luma  chroma  luma of the rest
+using innerNV12ToYUY2Deinterlace_P2C2R   = PackedRows<32,     V1,   Up,     F>;
+using myNV12ToYUY2Deinterlace_edge_P2C2R = PackedRows< 8,     V1,   Up,     F>;
+using myNV12ToYUY2Deinterlace_All_P2C2R  = PackedRows<32,     V1,   Up,     F4>;
+using NV12ToYUY2DeinterlaceAllEdge       = PackedRows< 1,     F4,   Down,   F4>;
+// clang-format on
+
+void packedSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, const Image<uint8_t, 1>& dst,
+                 ptrdiff_t width) {
+    for (ptrdiff_t y = slice.begin(); y < slice.end(); ++y) {
+        const auto from = join(slice.lumaRows(src.luma(), y), slice.chromaRows(src.chroma(), y >> 1));
+        const auto run = [&](auto kernel) { kernel.row(from, dst.row(y), width); };
+        const bool edge = (slice.top && y < 2) || (slice.bottom && y >= slice.height - 2);
+        if (slice.whole())
+            edge ? run(NV12ToYUY2DeinterlaceAllEdge{}) : run(myNV12ToYUY2Deinterlace_All_P2C2R{});
+        else
+            edge ? run(myNV12ToYUY2Deinterlace_edge_P2C2R{}) : run(innerNV12ToYUY2Deinterlace_P2C2R{});
+    }
+}
+
+// ---- slices to planes -----------------------------------------------------------------------------------------------
+
+/// Columns below a multiple of 16, and the rest.
+template <class Rule, class Rest>
+using Luma = Split<Planar<Mox8u, 3>, C1<Mox8u>, 16, On<U8, LumaRow<Rule>>, On<U8, LumaRow<Rest>>>;
+template <class Rule, class Rest>
+using Chroma = Split<TwoRows<ChromaPairs>, ChromaPlanes, 16, ChromaRow<Rule>, ChromaRow<Rest>>;
+
+template <class Luma_, class EdgeLuma_, class Chroma_, class LastChroma_>
+struct Planes {
+    using Luma = Luma_;
+    using EdgeLuma = EdgeLuma_;
+    using Chroma = Chroma_;
+    using LastChroma = LastChroma_;
+};
+// clang-format off
+//                                                   luma          first and last   chroma              last row
+using innerNV12ToYV12Deinterlace_first_P2P3R = Planes<Luma<V2, F>,   Luma<V2, F>,   Chroma<Up, Down>,   Chroma<Up, Down>>;
+using innerNV12ToYV12Deinterlace_P2P3R       = Planes<Luma<V1, F>,   Luma<V1, F>,   Chroma<Up, Down>,   Chroma<Up, Down>>;
+using innerNV12ToYV12Deinterlace_last_P2P3R  = Planes<Luma<F, F>,    Luma<F, F>,    Chroma<Down, Down>, Chroma<Down, Down>>;
+using innerNV12ToYV12DeinterlaceAll_P2P3R    = Planes<Luma<V1, F>,   Luma<F, F>,    Chroma<Up, Down>,   Chroma<Down, Down>>;
+using NV12ToYV12DeinterlaceTwoRows           = Planes<Luma<F4, F4>,  Luma<F4, F4>,  Chroma<Up, Down>,   Chroma<Up, Down>>;
+// clang-format on
+/// At all modes but the whole picture, if the call is aligned.
+using innerNV12ToYV12DeinterlaceHDTV_P2P3R = innerNV12ToYV12Deinterlace_P2P3R;
+
+template <class Rows>
+void planarSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst,
+                 ptrdiff_t width, Rows) {
+    for (ptrdiff_t y = slice.begin(); y < slice.end(); ++y) {
+        const auto run = [&](auto kernel) { kernel.row(slice.lumaRows(src.luma(), y), dst.luma().row(y), width); };
+        if ((slice.top && y == 0) || (slice.bottom && y == slice.height - 1))
+            run(typename Rows::EdgeLuma{});
+        else
+            run(typename Rows::Luma{});
+    }
+    for (ptrdiff_t j = slice.begin() / 2; j < slice.end() / 2; ++j) {
+        const auto run = [&](auto kernel) {
+            kernel.row(slice.chromaRows(src.chroma(), j), dst.chroma().row(j), width / 2);
+        };
+        if (slice.bottom && j == slice.height / 2 - 1)
+            run(typename Rows::LastChroma{});
+        else
+            run(typename Rows::Chroma{});
+    }
+}
+
+/// Rows of whole vectors at their own alignment go through kernels of their own, with other rules at the picture's top
+/// and bottom.
+bool isAligned(const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst, MoxiSize roiSize) {
+    const auto onto = [](int to, auto... values) { return (((uintptr_t)values % to == 0) && ...); };
+    return roiSize.width % 64 <= 1 && onto(16, roiSize.height & -2, src.yStep, src.y, src.pairs) &&
+           onto(16, dst.planes[0], dst.planes[1], dst.planes[2]) &&
+           onto(32, src.pairsStep, dst.steps[0], dst.steps[1], dst.steps[2]);
+}
+
+// ---- to BGR ---------------------------------------------------------------------------------------------------------
+
+/// Luma, and chroma at every pixel: of the second pixel of a pair it is the mean with the next pair. Chroma comes as
+/// rows of the pairs' own samples and of the next pairs'.
+struct PairsWithNext {
+    using Sample = Mox8u;
+    static constexpr int planes = 5;  // luma, Cr, next Cr, Cb, next Cb
+    static constexpr int channels = 3;
+    static constexpr bool keepsOld = false;
+    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane == 0 ? n : n / 2; }
+
+    template <int N>
+    MOX_INLINE static Block<Mox8u, 3, N> load(const SrcRows<planes>& rows, ptrdiff_t x) {
+        const auto chroma = [&](int plane) {
+            const U8 own = loadHalf<U8>(rows.p[plane] + x / 2), next = loadHalf<U8>(rows.p[plane + 1] + x / 2);
+            return unpackLo<8>(own, avg(own, next));
+        };
+        return {{{{q4::load<U8>(rows.p[0] + x)}}, {{chroma(1)}}, {{chroma(3)}}}};
+    }
+};
+
+/// The BT.601 matrix with 12 fractional bits.
+constexpr int16_t kY = 4769, kRedCr = 6537, kGreenCr = 3330, kGreenCb = 1605, kBlueCb = 8263;
+
+/// Each term is rounded down to 3 fractional bits, so that they fit 16.
+struct TermByTerm {
+    MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const {
+        const auto term = [](I16 x, int16_t k) { return mulHi(shl<7>(x), splat<I16>(k)); };
+        const I16 luma = term(p.c[0] - splat<I16>(16), kY);
+        const I16 cr = p.c[1] - splat<I16>(128), cb = p.c[2] - splat<I16>(128);
+        return {{shr<3>(luma + term(cr, kRedCr)), shr<3>(luma - (term(cb, kGreenCb) + term(cr, kGreenCr))),
+                 shr<3>(luma + term(cb, kBlueCb))}};
+    }
+};
+struct WholeSum {
+    MOX_INLINE Px<I32, 3> operator()(const Px<I32, 3>& p) const {
+        const auto term = [](I32 x, int16_t k) { return x * splat<I32>(k); };
+        const I32 luma = term(p.c[0] - splat<I32>(16), kY);
+        const I32 cr = p.c[1] - splat<I32>(128), cb = p.c[2] - splat<I32>(128);
+        return {{shr<12>(luma + term(cr, kRedCr)), shr<12>(luma - term(cr, kGreenCr) - term(cb, kGreenCb)),
+                 shr<12>(luma + term(cb, kBlueCb))}};
+    }
+};
+
+/// A row of whole pairs. The sums are whole from a multiple of eight pairs on, at the latest from the last, which is its
+/// own next pair.
+void filteredRowToBgr(const SrcRows<3>& src, const DstRows<1>& dst, ptrdiff_t pairs, Mox8u aval) {
+    using Dst = Reversed<C4<Mox8u>>;
+    const ptrdiff_t limit = (pairs - 1) & -8, rest = pairs - limit;
+    const uint8_t *const y = src.p[0], *const cr = src.p[1], *const cb = src.p[2];
+    NextColumns nextCr, nextCb;
+    span<PairsWithNext, Dst>({{y, cr, cr + 1, cb, cb + 1}}, dst, 0, 2 * limit,
+                             WithFourth<On<I16, TermByTerm>, Mox8u>{{}, aval});
+    span<PairsWithNext, Dst>(
+        {{y + 2 * limit, cr + limit, nextCr.of(cr + limit, rest), cb + limit, nextCb.of(cb + limit, rest)}},
+        {{dst.p[0] + 8 * limit}}, 0, 2 * rest, WithFourth<On<I32, WholeSum>, Mox8u>{{}, aval});
+}
+
+}  // namespace
+}  // namespace q4
+
+using namespace q4;
+
+// ---- entries --------------------------------------------------------------------------------------------------------
+
+MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
+                                               Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+    return filterPlanes(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
+}
+MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
+                                               Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+    return filterPlanes(crossed(threePlanes(srcPlanes, srcSteps)), threePlanes(dstPlanes, dstSteps), roiSize);
+}
+/// The pairs are split into the even rows, which are then filtered.
+MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
+                                                 int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
+                                                 const int32_t dstSteps[3], MoxiSize roiSize) {
+    const auto src = twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep);
+    const auto dst = threePlanes(dstPlanes, dstSteps);
+    return doubleChromaRows(src, dst, roiSize, [&](MoxiSize size) {
+        eachRow(AllColumns<ChromaPairs, ChromaPlanes, Keep>{}, src.chroma(), evenRows(dst.chroma()), size);
+        for (int i = 1; i < 3; ++i) filterPlane(evenRows(dst.plane(i)), dst.plane(i), size);
+    });
+}
+
+MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
+                                                 int32_t srcCbCrStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
+                                                 MoxSliceMode sliceMode) {
+    if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dst), sizeAtLeast(roiSize, 2, 2))) return s;
+    return inSlices(sliceMode, roiSize.height & -2, [&](const Slice& slice) {
+        packedSlice(slice, twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), image(dst, dstStep), roiSize.width & -2);
+    });
+}
+MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
+                                                 int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
+                                                 const int32_t dstSteps[3], MoxiSize roiSize, MoxSliceMode sliceMode) {
+    if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dstPlanes), sizeAtLeast(roiSize, 1, 1),
+                              planesNotNull<3>(dstPlanes), sizeAtLeast(roiSize, 2, 2)))
+        return s;
+    const auto src = twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep);
+    const auto dst = threePlanes(dstPlanes, dstSteps);
+    const bool aligned = isAligned(src, dst, roiSize);
+    return inSlices(sliceMode, roiSize.height & -2, [&](const Slice& slice) {
+        const auto run = [&](auto rows) { planarSlice(slice, src, dst, roiSize.width & -2, rows); };
+        if (slice.whole())
+            slice.height == 2 ? run(NV12ToYV12DeinterlaceTwoRows{}) : run(innerNV12ToYV12DeinterlaceAll_P2P3R{});
+        else if (aligned)
+            run(innerNV12ToYV12DeinterlaceHDTV_P2P3R{});
+        else if (slice.top)
+            run(innerNV12ToYV12Deinterlace_first_P2P3R{});
+        else if (slice.bottom)
+            run(innerNV12ToYV12Deinterlace_last_P2P3R{});
+        else
+            run(innerNV12ToYV12Deinterlace_P2P3R{});
+    });
+}
+
+MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+                                            int32_t dstStep, MoxiSize roiSize, Mox8u aval) {
+    if (MoxStatus s = firstOf(notNull(srcPlanes, dst), sizeAtLeast(roiSize, 1, 1), planesNotNull<3>(srcPlanes)))
+        return s;
+    const auto src = threePlanes(srcPlanes, srcSteps);
+    const ptrdiff_t pairs = roiSize.width / 2;
+    for (ptrdiff_t y = 0; pairs > 0 && y < (roiSize.height & -2); ++y)
+        filteredRowToBgr(src.row<2>(y), image(dst, dstStep).row(y), pairs, aval);
+    return roiSize.width % 2 || roiSize.height % 2 ? moxStatusOddSize : moxStatusOk;
+}
