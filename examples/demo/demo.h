@@ -62,6 +62,7 @@ class Demo {
 
 std::string decibels(double psnr);
 
+void gammaSection(Demo& demo);
 void graySection(Demo& demo);
 void toneMapSection(Demo& demo);
 
@@ -70,6 +71,7 @@ inline constexpr struct Section {
     void (*run)(Demo&);
 } sections[] = {
     {"Gray", graySection},
+    {"Gamma", gammaSection},
     {"Tone map", toneMapSection},
 };
 
