@@ -222,60 +222,83 @@ bool isAligned(const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& 
 
 // ---- to BGR ---------------------------------------------------------------------------------------------------------
 
-/// Luma, and chroma at every pixel: of the second pixel of a pair it is the mean with the next pair. Chroma comes as
-/// rows of the pairs' own samples and of the next pairs'.
+/// Two rows of luma, and chroma at every column: of the second of a pair it is the mean with the next pair. Chroma comes
+/// as rows of the pairs' own samples and of the next pairs'.
 struct PairsWithNext {
     using Sample = Mox8u;
-    static constexpr int planes = 5;  // luma, Cr, next Cr, Cb, next Cb
-    static constexpr int channels = 3;
+    static constexpr int planes = 6;  // two of luma, Cr, next Cr, Cb, next Cb
     static constexpr bool keepsOld = false;
-    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane == 0 ? n : n / 2; }
+    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < 2 ? n : n / 2; }
 
     template <int N>
-    MOX_INLINE static Block<Mox8u, 3, N> load(const SrcRows<planes>& rows, ptrdiff_t x) {
+    MOX_INLINE static YccBlock<2, 1> load(const SrcRows<planes>& rows, ptrdiff_t x) {
         const auto chroma = [&](int plane) {
             const U8 own = loadHalf<U8>(rows.p[plane] + x / 2), next = loadHalf<U8>(rows.p[plane + 1] + x / 2);
             return unpackLo<8>(own, avg(own, next));
         };
-        return {{{{q4::load<U8>(rows.p[0] + x)}}, {{chroma(1)}}, {{chroma(3)}}}};
+        return {{q4::load<U8>(rows.p[0] + x), q4::load<U8>(rows.p[1] + x)}, {chroma(2), chroma(4)}};
+    }
+};
+
+/// A rule on lanes L: what chroma, Cr and Cb, adds to each colour serves both rows.
+template <class L, class Rule>
+struct OnBothRows {
+    template <class D>
+    MOX_INLINE RowPair<Block<D, 3, lumaPixels>> apply(const YccBlock<2, 1>& in) const {
+        const auto wide = [](U8 v) { return spread<L>(Channel<D, lumaPixels>{{v}}); };
+        const auto cr = wide(in.chroma[0]), cb = wide(in.chroma[1]);
+        const decltype(cr) y[2] = {wide(in.y[0]), wide(in.y[1])};
+        L results[2][3][lumaPixels / L::count];
+        for (int i = 0; i < lumaPixels / L::count; ++i) {
+            const Px<L, 3> added = Rule::chroma(cr.v[i] - splat<L>(128), cb.v[i] - splat<L>(128));
+            for (int row = 0; row < 2; ++row) {
+                const L luma = Rule::luma(y[row].v[i] - splat<L>(16));
+                for (int c = 0; c < 3; ++c) results[row][c][i] = Rule::colour(luma + added.c[c]);
+            }
+        }
+        RowPair<Block<D, 3, lumaPixels>> out;
+        for (int row = 0; row < 2; ++row)
+            for (int c = 0; c < 3; ++c) out.row[row].c[c] = collect<D>(results[row][c]);
+        return out;
     }
 };
 
 /// The BT.601 matrix with 12 fractional bits.
-constexpr int16_t kY = 4769, kRedCr = 6537, kGreenCr = 3330, kGreenCb = 1605, kBlueCb = 8263;
-
-/// Each term is rounded down to 3 fractional bits, so that they fit 16.
-struct TermByTerm {
-    MOX_INLINE Px<I16, 3> operator()(const Px<I16, 3>& p) const {
-        const auto term = [](I16 x, int16_t k) { return mulHi(shl<7>(x), splat<I16>(k)); };
-        const I16 luma = term(p.c[0] - splat<I16>(16), kY);
-        const I16 cr = p.c[1] - splat<I16>(128), cb = p.c[2] - splat<I16>(128);
-        return {{shr<3>(luma + term(cr, kRedCr)), shr<3>(luma - (term(cb, kGreenCb) + term(cr, kGreenCr))),
-                 shr<3>(luma + term(cb, kBlueCb))}};
+template <class Precision>
+struct Bt601 : Precision {
+    template <class L>
+    MOX_INLINE static L luma(L y) {
+        return Precision::term(y, 4769);
     }
+    template <class L>
+    MOX_INLINE static Px<L, 3> chroma(L v, L u) {
+        const L toGreen = Precision::term(u, 1605) + Precision::term(v, 3330);
+        return {{Precision::term(v, 6537), zero<L>() - toGreen, Precision::term(u, 8263)}};
+    }
+};
+/// Each term is rounded down to 3 fractional bits, so that sums fit 16.
+struct TermByTerm {
+    MOX_INLINE static I16 term(I16 x, int16_t k) { return mulHi(shl<7>(x), splat<I16>(k)); }
+    MOX_INLINE static I16 colour(I16 sum) { return shr<3>(sum); }
 };
 struct WholeSum {
-    MOX_INLINE Px<I32, 3> operator()(const Px<I32, 3>& p) const {
-        const auto term = [](I32 x, int16_t k) { return x * splat<I32>(k); };
-        const I32 luma = term(p.c[0] - splat<I32>(16), kY);
-        const I32 cr = p.c[1] - splat<I32>(128), cb = p.c[2] - splat<I32>(128);
-        return {{shr<12>(luma + term(cr, kRedCr)), shr<12>(luma - term(cr, kGreenCr) - term(cb, kGreenCb)),
-                 shr<12>(luma + term(cb, kBlueCb))}};
-    }
+    MOX_INLINE static I32 term(I32 x, int16_t k) { return x * splat<I32>(k); }
+    MOX_INLINE static I32 colour(I32 sum) { return shr<12>(sum); }
 };
 
-/// A row of whole pairs. The sums are whole from a multiple of eight pairs on, at the latest from the last, which is its
-/// own next pair.
-void filteredRowToBgr(const SrcRows<3>& src, const DstRows<1>& dst, ptrdiff_t pairs, Mox8u aval) {
-    using Dst = Reversed<C4<Mox8u>>;
+/// Two rows of whole pairs. The sums are whole from a multiple of eight pairs on, at the latest from the last, which is
+/// its own next pair.
+void filteredRowsToBgr(const SrcRows<4>& src, const DstRows<2>& dst, ptrdiff_t pairs, Mox8u aval) {
+    using Dst = TwoRows<Reversed<C4<Mox8u>>>;
     const ptrdiff_t limit = (pairs - 1) & -8, rest = pairs - limit;
-    const uint8_t *const y = src.p[0], *const cr = src.p[1], *const cb = src.p[2];
+    const uint8_t *const y0 = src.p[0], *const y1 = src.p[1], *const cr = src.p[2], *const cb = src.p[3];
     NextColumns nextCr, nextCb;
-    span<PairsWithNext, Dst>({{y, cr, cr + 1, cb, cb + 1}}, dst, 0, 2 * limit,
-                             WithFourth<On<I16, TermByTerm>, Mox8u>{{}, aval});
-    span<PairsWithNext, Dst>(
-        {{y + 2 * limit, cr + limit, nextCr.of(cr + limit, rest), cb + limit, nextCb.of(cb + limit, rest)}},
-        {{dst.p[0] + 8 * limit}}, 0, 2 * rest, WithFourth<On<I32, WholeSum>, Mox8u>{{}, aval});
+    span<PairsWithNext, Dst>({{y0, y1, cr, cr + 1, cb, cb + 1}}, dst, 0, 2 * limit,
+                             WithFourth<OnBothRows<I16, Bt601<TermByTerm>>, Mox8u>{{}, aval});
+    span<PairsWithNext, Dst>({{y0 + 2 * limit, y1 + 2 * limit, cr + limit, nextCr.of(cr + limit, rest), cb + limit,
+                               nextCb.of(cb + limit, rest)}},
+                             {{dst.p[0] + 8 * limit, dst.p[1] + 8 * limit}}, 0, 2 * rest,
+                             WithFourth<OnBothRows<I32, Bt601<WholeSum>>, Mox8u>{{}, aval});
 }
 
 }  // namespace
@@ -341,9 +364,10 @@ MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const srcPlanes[3], con
                                             int32_t dstStep, MoxiSize roiSize, Mox8u aval) {
     if (MoxStatus s = firstOf(notNull(srcPlanes, dst), sizeAtLeast(roiSize, 1, 1), planesNotNull<3>(srcPlanes)))
         return s;
-    const auto src = threePlanes(srcPlanes, srcSteps);
+    const auto src = cells420(srcPlanes, srcSteps);
+    const auto rows = rowPairs(image(dst, dstStep));
     const ptrdiff_t pairs = roiSize.width / 2;
-    for (ptrdiff_t y = 0; pairs > 0 && y < (roiSize.height & -2); ++y)
-        filteredRowToBgr(src.row<2>(y), image(dst, dstStep).row(y), pairs, aval);
+    for (ptrdiff_t j = 0; pairs > 0 && j < roiSize.height / 2; ++j)
+        filteredRowsToBgr(src.row(j), rows.row(j), pairs, aval);
     return roiSize.width % 2 || roiSize.height % 2 ? moxStatusOddSize : moxStatusOk;
 }
