@@ -509,9 +509,9 @@ MOX_BINARY(F64, max, max_pd)
 #undef MOX_BINARY
 
 // False for NaNs.
-MOX_INLINE F32 lt(F32 a, F32 b) { return {MOX_CMP(ps, a.r, b.r, lt, _CMP_LT_OS)}; }
-MOX_INLINE F32 le(F32 a, F32 b) { return {MOX_CMP(ps, a.r, b.r, le, _CMP_LE_OS)}; }
-MOX_INLINE F32 eq(F32 a, F32 b) { return {MOX_CMP(ps, a.r, b.r, eq, _CMP_EQ_OQ)}; }
+MOX_INLINE F32 lt(F32 a, F32 b) { return {(RegF)(a.r < b.r)}; }
+MOX_INLINE F32 le(F32 a, F32 b) { return {(RegF)(a.r <= b.r)}; }
+MOX_INLINE F32 eq(F32 a, F32 b) { return {(RegF)(a.r == b.r)}; }
 MOX_INLINE F64 lt(F64 a, F64 b) { return {MOX_CMP(pd, a.r, b.r, lt, _CMP_LT_OS)}; }
 MOX_INLINE F64 le(F64 a, F64 b) { return {MOX_CMP(pd, a.r, b.r, le, _CMP_LE_OS)}; }
 
