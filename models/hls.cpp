@@ -5,39 +5,13 @@
 #include "moxcc/hls.h"
 
 #include "frame/convert.h"
-#include "models/hue_scales.h"
+#include "models/hue.h"
 #include "models/reciprocal.h"
 
 namespace q4 {
 namespace {
 
 // ---- rules: RGB to HLS ----------------------------------------------------------------------------------------------
-
-/// The greatest and the least channel. A comparison with a NaN fails, which leaves the earlier channel in place.
-struct Extremes {
-    F32 mx, mn;
-};
-MOX_INLINE Extremes extremes(const Px<F32, 3>& p) {
-    return {max(p.c[2], max(p.c[1], p.c[0])), min(p.c[2], min(p.c[1], p.c[0]))};
-}
-
-/// The third of the colour circle that a pixel lies in, by its greatest channel: the earliest of equal ones.
-struct Third {
-    F32 red;    // mask: the third around red
-    F32 diff;   // difference of the two other channels
-    F32 start;  // in degrees; of red's 360, for the half that lies before 0
-};
-MOX_INLINE Third thirdOf(const Px<F32, 3>& p, F32 mx) {
-    const F32 r = p.c[0], g = p.c[1], b = p.c[2];
-    const F32 red = eq(r, mx), green = eq(g, mx);
-    const auto degrees = [](float d) { return splat<F32>(d); };
-    return {red, select(red, g - b, select(green, b - r, r - g)),
-            select(red, degrees(360), select(green, degrees(120), degrees(240)))};
-}
-/// The hue, from the degrees within the third. Nothing is added to those from 0 on in red's, so that -0 stays.
-MOX_INLINE F32 hueOf(const Third& third, F32 degrees) {
-    return select(andNot(lt(degrees, zero<F32>()), third.red), degrees, degrees + third.start);
-}
 
 // diff * 60 / delta, in both orders.
 MOX_INLINE F32 reciprocalFirst(F32 diff, F32 reciprocal) { return diff * (splat<F32>(60.0f) * reciprocal); }
@@ -47,42 +21,64 @@ MOX_INLINE F32 differenceFirst(F32 diff, F32 reciprocal) { return (diff * splat<
 /// sample's range.
 template <class T>
 MOX_INLINE I32 nearestLowBits(F32 v) {
-    return lowBits<std::make_unsigned_t<T>>(nearest(v));
+    return lowBits<T>(nearest(v));
 }
 
+/// Samples of H, L and S for pixels that are not gray, from mx, mn, before, after and half the degrees to be added.
 template <class T, F32 (*reciprocal)(F32), I32 (*convert)(F32), F32 (*angle)(F32, F32)>
-struct RGBToHLS {
-    MOX_INLINE Px<I32, 3> operator()(const Px<I32, 3>& samples) const {
+struct HLSOfHue {
+    MOX_INLINE Px<I32, 3> operator()(const Px<F32, 5>& p) const {
         constexpr HueScales scales = hueScales<T>;
-        const I32 bias = splat<I32>(scales.bias);
-        Px<F32, 3> p;
-        for (int c = 0; c < 3; ++c) p.c[c] = toF32(samples.c[c] + bias);
-
-        const auto [mx, mn] = extremes(p);
+        const auto [mx, mn, before, after, halfStart] = p.c;
         const F32 delta = mx - mn, sum = mx + mn;
         const F32 l = splat<F32>(0.5f) * sum;
         const F32 den = min(sum, splat<F32>(2 * scales.top) - sum);  // the first of them up to the middle lightness
         const F32 s = (delta * reciprocal(den)) * splat<F32>(scales.top);
-        const Third third = thirdOf(p, mx);
-        const F32 h = hueOf(third, angle(third.diff, reciprocal(delta)));
+        const F32 h = angle(after - before, reciprocal(delta)) + (halfStart + halfStart);
+        return {{convert(h * splat<F32>(scales.degreesToSample)), convert(l), convert(s)}};
+    }
+};
 
-        const F32 gray = eq(delta, zero<F32>());
-        const auto sample = [&](F32 v) { return convert(v) - bias; };
-        return {{sample(andNot(gray, h * splat<F32>(scales.degreesToSample))), sample(l), sample(andNot(gray, s))}};
+/// Compares and selects on the samples' own lanes, of which a vector holds more than of floats.
+template <class T, F32 (*reciprocal)(F32), I32 (*convert)(F32), F32 (*angle)(F32, F32)>
+struct RGBToHLS {
+    template <class D, int N>
+    MOX_INLINE Block<D, 3, N> apply(const Block<D, 3, N>& rgb) const {
+        using V = Vec<D>;
+        Block<D, 5, N> parts;
+        for (int i = 0; i < rgb.c[0].vectors; ++i) {
+            const Hue<V> hue = hueOf<RedGreenBlue>(Px<V, 3>{{rgb.c[0].v[i], rgb.c[1].v[i], rgb.c[2].v[i]}});
+            // In red's third the degrees run from -60 to 60, and 360 are added to those below 0.
+            const V fromZero = eq(max(hue.before, hue.after), hue.after);
+            const V halfStart =
+                select(hue.red, andNot(fromZero, splat<V>(180)), select(hue.green, splat<V>(60), splat<V>(120)));
+            const V channels[5] = {hue.mx, hue.mn, hue.before, hue.after, halfStart};
+            for (int c = 0; c < 5; ++c) parts.c[c].v[i] = channels[c];
+        }
+        Block<D, 3, N> hls = On<F32, HLSOfHue<T, reciprocal, convert, angle>>{}.template apply<D>(parts);
+        for (int i = 0; i < rgb.c[0].vectors; ++i) {
+            const V gray = eq(parts.c[0].v[i], parts.c[1].v[i]);
+            hls.c[0].v[i] = andNot(gray, hls.c[0].v[i]);
+            hls.c[2].v[i] = andNot(gray, hls.c[2].v[i]);
+        }
+        return hls;
     }
 };
 
 struct RGBToHLSFloat {
     MOX_INLINE Px<F32, 3> operator()(const Px<F32, 3>& p) const {
-        const auto [mx, mn] = extremes(p);
-        const F32 delta = mx - mn, sum = mx + mn;
-        const F32 l = splat<F32>(0.5f) * sum;
-        const F32 s = delta / min(sum, splat<F32>(2.0f) - sum);
-        const Third third = thirdOf(p, mx);
-        const F32 h = hueOf(third, (third.diff * splat<F32>(60.0f)) / delta);
+        const auto f = [](float x) { return splat<F32>(x); };
+        const Hue<F32> hue = hueOf<RedGreenBlue>(p);
+        const F32 delta = hue.mx - hue.mn, sum = hue.mx + hue.mn;
+        const F32 l = f(0.5f) * sum;
+        const F32 s = delta / min(sum, f(2.0f) - sum);
+        const F32 degrees = ((hue.after - hue.before) * f(60.0f)) / delta;
+        // Nothing is added to the degrees from 0 on in red's third: -0 stays.
+        const F32 start = select(hue.red, f(360.0f), select(hue.green, f(120.0f), f(240.0f)));
+        const F32 h = select(andNot(lt(degrees, zero<F32>()), hue.red), degrees, degrees + start);
 
-        const F32 gray = le(delta, splat<F32>(0x1p-23f));
-        return {{andNot(gray, h / splat<F32>(360.0f)), l, andNot(gray, s)}};
+        const F32 gray = le(delta, f(0x1p-23f));
+        return {{andNot(gray, h / f(360.0f)), l, andNot(gray, s)}};
     }
 };
 
@@ -145,16 +141,11 @@ MOX_INLINE Px<F32, 3> scaleByQuotients(const Px<F32, 3>& p) {
 
 template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*convert)(F32)>
 struct HLSToRGB {
-    MOX_INLINE Px<I32, 3> operator()(const Px<I32, 3>& samples) const {
-        constexpr HueScales scales = hueScales<T>;
-        const I32 bias = splat<I32>(scales.bias);
-        Px<F32, 3> p;
-        for (int c = 0; c < 3; ++c) p.c[c] = toF32(samples.c[c] + bias);
-        const Px<F32, 3> hls = scale(p);
-        const Px<F32, 3> rgb = colours<Recipe>(hls.c[0], hls.c[1], hls.c[2]);
-        Px<I32, 3> result;
-        for (int c = 0; c < 3; ++c) result.c[c] = convert(rgb.c[c] * splat<F32>(scales.top)) - bias;
-        return result;
+    MOX_INLINE Px<I32, 3> operator()(const Px<F32, 3>& samples) const {
+        const Px<F32, 3> hls = scale(samples);
+        Px<F32, 3> rgb = colours<Recipe>(hls.c[0], hls.c[1], hls.c[2]);
+        const auto sample = [](F32 v) { return convert(v * splat<F32>(hueScales<T>.top)); };
+        return {{sample(rgb.c[0]), sample(rgb.c[1]), sample(rgb.c[2])}};
     }
 };
 
@@ -167,18 +158,43 @@ struct HLSToRGBFloat {
 
 /// A rule whose pixels without saturation take their lightness as it is. Other rules compute it, which gives the same
 /// when they truncate or round to nearest.
-template <class Rule, int noSaturation = 0>
+template <class Rule>
 struct GrayAsItIs {
     Rule rule;
-    template <class V>
-    MOX_INLINE Px<V, 3> operator()(const Px<V, 3>& p) const {
-        const V gray = eq(p.c[2], splat<V>(noSaturation));
-        Px<V, 3> result = rule(p);
-        if (any(gray))
-            for (V& v : result.c) v = select(gray, p.c[1], v);
-        return result;
+    template <class D, int N>
+    MOX_INLINE Block<D, 3, N> apply(const Block<D, 3, N>& hls) const {
+        Block<D, 3, N> rgb = rule.template apply<D>(hls);
+        for (int i = 0; i < hls.c[0].vectors; ++i) {
+            const Vec<D> gray = eq(hls.c[2].v[i], zero<Vec<D>>());
+            if (any(gray))
+                for (Channel<D, N>& channel : rgb.c) channel.v[i] = select(gray, hls.c[1].v[i], channel.v[i]);
+        }
+        return rgb;
     }
 };
+
+// ---- rules: other samples and channels ------------------------------------------------------------------------------
+
+/// A rule of 16u, for 16s samples that are biased to 0 to 65535.
+template <class Rule>
+struct Biased {
+    Rule rule;
+    template <class To, class From, int N>
+    MOX_INLINE static Block<To, 3, N> changeBias(const Block<From, 3, N>& in) {
+        Block<To, 3, N> out;
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < in.c[c].vectors; ++i)
+                out.c[c].v[i] = as<Vec<To>>(in.c[c].v[i] ^ splat<Vec<From>>(From(0x8000)));
+        return out;
+    }
+    template <class D, int N>
+    MOX_INLINE Block<D, 3, N> apply(const Block<Mox16s, 3, N>& in) const {
+        return changeBias<Mox16s>(rule.template apply<Mox16u>(changeBias<Mox16u>(in)));
+    }
+};
+
+template <class T, class Rule>
+using BiasedIf16s = std::conditional_t<std::is_same_v<T, Mox16s>, Biased<Rule>, Rule>;
 
 /// A rule for pixels of colour and alpha that copies the alpha.
 template <class Rule>
@@ -194,15 +210,15 @@ struct CopyAlpha {
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
 template <class T, F32 (*reciprocal)(F32), I32 (*convert)(F32), F32 (*angle)(F32, F32)>
-using Fwd = On<I32, RGBToHLS<T, reciprocal, convert, angle>>;
+using Fwd = RGBToHLS<T, reciprocal, convert, angle>;
 
 using innerRGBToHLS_8u_C3R = Split<C3<Mox8u>, C3<Mox8u>, 8, Fwd<Mox8u, rcp, nearest, reciprocalFirst>,
                                    Fwd<Mox8u, rcp2, truncate, differenceFirst>>;
 using innerRGBToHLS_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, Fwd<Mox8u, rcp, nearest, reciprocalFirst>,
                                     Fwd<Mox8u, rcp2, nearestLowBits<Mox8u>, differenceFirst>>;
 template <class Layout, class T = typename Layout::Sample>
-using innerRGBToHLS_16u_C3R =
-    Split<Layout, Layout, 4, Fwd<T, rcp2, nearest, reciprocalFirst>, Fwd<T, rcp2, truncate, differenceFirst>>;
+using innerRGBToHLS_16u_C3R = Split<Layout, Layout, 4, BiasedIf16s<T, Fwd<Mox16u, rcp2, nearest, reciprocalFirst>>,
+                                    BiasedIf16s<T, Fwd<Mox16u, rcp2, truncate, differenceFirst>>>;
 template <class Layout>
 using innerRGBToHLS_32f_C3R = AllColumns<Layout, Layout, On<F32, RGBToHLSFloat>>;
 
@@ -223,14 +239,12 @@ using ownpi_BGRToHLS_8u_AP4 = BGRToHLS<P4<Mox8u>, P4<Mox8u>>;
 using innerBGRToHLS_8u_AC4R = BGRToHLS<AC4<Mox8u>, AC4<Mox8u>>;
 
 template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*convert)(F32)>
-using Inv = On<I32, HLSToRGB<T, Recipe, scale, convert>>;
-template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*convert)(F32)>
-using InvTail = On<I32, GrayAsItIs<HLSToRGB<T, Recipe, scale, convert>, -hueScales<T>.bias>>;
+using Inv = On<F32, HLSToRGB<T, Recipe, scale, convert>>;
 
 template <class T>
 using innerHLSToRGBBody = Inv<T, ProductThenScale, scaleByConstants<T>, nearest>;
 template <F32 (*quotient)(F32, float)>
-using innerHLSToRGBTail_8u = InvTail<Mox8u, ProductThenDivide<quotient>, scaleByQuotients<quotient>, truncate>;
+using innerHLSToRGBTail_8u = GrayAsItIs<Inv<Mox8u, ProductThenDivide<quotient>, scaleByQuotients<quotient>, truncate>>;
 
 /// The first four columns of the tail multiply by reciprocals in place of the divisions, unless the source row's and
 /// the destination row's bytes overlap.
@@ -252,11 +266,12 @@ struct innerHLSToRGB_8u_C3R {
 };
 using innerHLSToRGB_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, innerHLSToRGBBody<Mox8u>, innerHLSToRGBTail_8u<divide>>;
 template <class Layout, class T = typename Layout::Sample>
-using innerHLSToRGB_16u_C3R = Split<Layout, Layout, 4, innerHLSToRGBBody<T>,
-                                    InvTail<T, ScaleThenProduct, scaleByConstants<T>, nearestLowBits<T>>>;
+using innerHLSToRGB_16u_C3R =
+    Split<Layout, Layout, 4, BiasedIf16s<T, innerHLSToRGBBody<Mox16u>>,
+          BiasedIf16s<T, GrayAsItIs<Inv<Mox16u, ScaleThenProduct, scaleByConstants<Mox16u>, nearestLowBits<Mox16u>>>>>;
 template <class Layout>
-using innerHLSToRGB_32f_C3R = Split<Layout, Layout, 4, On<F32, GrayAsItIs<HLSToRGBFloat<ScaleThenProduct>>>,
-                                    On<F32, GrayAsItIs<HLSToRGBFloat<ProductThenDivide<divide>>>>>;
+using innerHLSToRGB_32f_C3R = Split<Layout, Layout, 4, GrayAsItIs<On<F32, HLSToRGBFloat<ScaleThenProduct>>>,
+                                    GrayAsItIs<On<F32, HLSToRGBFloat<ProductThenDivide<divide>>>>>;
 
 template <class Src, class Dst>
 using HLSToBGR =

@@ -2,85 +2,64 @@
 #include "moxcc/hsv.h"
 
 #include "frame/convert.h"
-#include "models/hue_scales.h"
+#include "models/hue.h"
 
 namespace q4 {
 namespace {
 
 // ---- rules: RGB to HSV ----------------------------------------------------------------------------------------------
 
-// The sector of a pixel is that of its greatest channel; the orders differ in which of equal ones it is.
-
-/// Masks of the sectors around green and blue; the rest is red's.
-struct Sectors {
-    F32 green, blue;
-};
-
-/// Green if red is less; else blue before red.
-struct GreenUnlessRed {
-    MOX_INLINE static Sectors of(const Px<F32, 3>& p, F32 mx) {
-        const F32 green = andNot(eq(p.c[0], mx), eq(p.c[1], mx));
-        return {green, andNot(green, eq(p.c[2], mx))};
-    }
-};
-
-struct BlueGreenRed {
-    MOX_INLINE static Sectors of(const Px<F32, 3>& p, F32 mx) {
-        const F32 blue = eq(p.c[2], mx);
-        return {andNot(blue, eq(p.c[1], mx)), blue};
-    }
-};
-
-/// A pixel's place in its sector: how far the channels beside the greatest one lie below it.
-struct Hexcone {
-    F32 mx, delta;
-    F32 gray;           // mask
-    Sectors sector;     //
-    F32 before, after;  // mx less the channel before the greatest on the circle (blue is before red), and after it
-
-    template <class Order>
-    MOX_INLINE static Hexcone of(const Px<F32, 3>& p, Order) {
-        const F32 r = p.c[0], g = p.c[1], b = p.c[2];
-        const F32 mx = max(max(r, g), b), delta = mx - min(min(r, g), b);
-        const Sectors is = Order::of(p, mx);
-        const F32 before = select(is.green, r, select(is.blue, g, b));
-        const F32 after = select(is.green, b, select(is.blue, r, g));
-        return {mx, delta, eq(delta, zero<F32>()), is, mx - before, mx - after};
-    }
-};
-
-/// In the tail the low bits are stored; only a rounding mode that rounds up leaves the range.
-template <class Order, bool tail>
-struct RGBToHSV_8u {
-    MOX_INLINE Px<I32, 3> operator()(const Px<F32, 3>& p) const {
-        const Hexcone hex = Hexcone::of(p, Order{});
-        const F32 s = (rcp(hex.mx) * hex.delta) * splat<F32>(255.0f);
-        const F32 q = rcp(hex.delta);
-        const F32 base = select(hex.sector.green, splat<F32>(2.0f), hex.sector.blue & splat<F32>(4.0f));
-        const F32 turn = (hex.before * q - hex.after * q + base) * splat<F32>(42.5f);
+/// Samples of H and S for pixels that are not gray, from mx, delta, what the channels before and after lie below mx, and
+/// the first sector of the third: 0, 2 or 4. Tails store the low bits; only a rounding mode that rounds up leaves the
+/// range.
+template <I32 (*convert)(F32)>
+struct HSOfHue_8u {
+    MOX_INLINE Px<I32, 2> operator()(const Px<F32, 5>& p) const {
+        const auto [mx, delta, before, after, sector] = p.c;
+        const F32 s = (rcp(mx) * delta) * splat<F32>(255.0f);
+        const F32 q = rcp(delta);
+        const F32 turn = ((before * q - after * q) + sector) * splat<F32>(42.5f);
         const F32 h = turn + (lt(turn, zero<F32>()) & splat<F32>(255.0f));
+        return {{convert(h), convert(s)}};
+    }
+};
+MOX_INLINE I32 nearestLowByte(F32 v) { return lowBits<Mox8u>(nearest(v)); }
 
-        const auto sample = [&](F32 v) {
-            const I32 rounded = nearest(andNot(hex.gray, v));
-            return tail ? lowBits<Mox8u>(rounded) : rounded;
-        };
-        return {{sample(h), sample(s), nearest(hex.mx)}};
+struct HSOfHue_16u {
+    MOX_INLINE Px<I32, 2> operator()(const Px<F32, 5>& p) const {
+        const auto f = [](float x) { return splat<F32>(x); };
+        const auto [mx, delta, before, after, sector] = p.c;
+        const F32 s = delta / mx;
+        const F32 q = f(1.0f) / delta;
+        const F32 x = before * q, y = after * q;
+        const F32 h = select(eq(sector, f(4.0f)), (f(4.0f) - y) + x, (x + sector) - y);
+        const F32 turn = h + (lt(h, zero<F32>()) & f(6.0f));
+        return {{truncate((turn * f(65535.0f)) / f(6.0f) + f(0.5f)), truncate(s * f(65535.0f) + f(0.5f))}};
     }
 };
 
-struct RGBToHSV_16u {
-    MOX_INLINE Px<I32, 3> operator()(const Px<F32, 3>& p) const {
-        const auto f = [](float x) { return splat<F32>(x); };
-        const Hexcone hex = Hexcone::of(p, BlueGreenRed{});
-        const F32 s = hex.delta / hex.mx;
-        const F32 q = f(1.0f) / hex.delta;
-        const F32 before = hex.before * q, after = hex.after * q;
-        const F32 h =
-            select(hex.sector.blue, (f(4.0f) - after) + before, (before + (hex.sector.green & f(2.0f))) - after);
-        const F32 turn = h + (lt(h, zero<F32>()) & f(6.0f));
-
-        const auto sample = [&](F32 v) { return truncate(andNot(hex.gray, v) + f(0.5f)); };
-        return {{sample((turn * f(65535.0f)) / f(6.0f)), sample(s * f(65535.0f)), truncate(hex.mx)}};
+/// Compares and selects on the samples' own lanes, of which a vector holds more than of floats.
+template <class Order, class HSOfHue>
+struct RGBToHSV {
+    template <class D, int N>
+    MOX_INLINE Block<D, 3, N> apply(const Block<D, 3, N>& rgb) const {
+        using V = Vec<D>;
+        Block<D, 5, N> parts;
+        for (int i = 0; i < rgb.c[0].vectors; ++i) {
+            const Hue<V> hue = hueOf<Order>(Px<V, 3>{{rgb.c[0].v[i], rgb.c[1].v[i], rgb.c[2].v[i]}});
+            const V sector = andNot(hue.red, select(hue.green, splat<V>(2), splat<V>(4)));
+            const V channels[5] = {hue.mx, hue.mx - hue.mn, hue.mx - hue.before, hue.mx - hue.after, sector};
+            for (int c = 0; c < 5; ++c) parts.c[c].v[i] = channels[c];
+        }
+        const Block<D, 2, N> hs = On<F32, HSOfHue>{}.template apply<D>(parts);
+        Block<D, 3, N> hsv;
+        for (int i = 0; i < rgb.c[0].vectors; ++i) {
+            const V gray = eq(parts.c[1].v[i], zero<V>());
+            hsv.c[0].v[i] = andNot(gray, hs.c[0].v[i]);
+            hsv.c[1].v[i] = andNot(gray, hs.c[1].v[i]);
+            hsv.c[2].v[i] = parts.c[0].v[i];
+        }
+        return hsv;
     }
 };
 
@@ -126,10 +105,10 @@ struct HSVToRGB {
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
 template <class Layout>
-using innerRGBToHSV_8u_C3R =
-    Split<Layout, Layout, 4, On<F32, RGBToHSV_8u<GreenUnlessRed, false>>, On<F32, RGBToHSV_8u<BlueGreenRed, true>>>;
+using innerRGBToHSV_8u_C3R = Split<Layout, Layout, 4, RGBToHSV<GreenIfLessRed, HSOfHue_8u<nearest>>,
+                                   RGBToHSV<BlueGreenRed, HSOfHue_8u<nearestLowByte>>>;
 template <class Layout>
-using innerRGBToHSV_16u_C3R = AllColumns<Layout, Layout, On<F32, RGBToHSV_16u>>;
+using innerRGBToHSV_16u_C3R = AllColumns<Layout, Layout, RGBToHSV<BlueGreenRed, HSOfHue_16u>>;
 template <class Layout>
 using innerHSVToRGB_C3R = AllColumns<Layout, Layout, HSVToRGB<typename Layout::Sample>>;
 
