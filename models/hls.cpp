@@ -209,16 +209,13 @@ struct CopyAlpha {
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
-template <class T, F32 (*reciprocal)(F32), I32 (*convert)(F32), F32 (*angle)(F32, F32)>
-using Fwd = RGBToHLS<T, reciprocal, convert, angle>;
-
-using innerRGBToHLS_8u_C3R = Split<C3<Mox8u>, C3<Mox8u>, 8, Fwd<Mox8u, rcp, nearest, reciprocalFirst>,
-                                   Fwd<Mox8u, rcp2, truncate, differenceFirst>>;
-using innerRGBToHLS_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, Fwd<Mox8u, rcp, nearest, reciprocalFirst>,
-                                    Fwd<Mox8u, rcp2, nearestLowBits<Mox8u>, differenceFirst>>;
+using innerRGBToHLS_8u_C3R = Split<C3<Mox8u>, C3<Mox8u>, 8, RGBToHLS<Mox8u, rcp, nearest, reciprocalFirst>,
+                                   RGBToHLS<Mox8u, rcp2, truncate, differenceFirst>>;
+using innerRGBToHLS_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, RGBToHLS<Mox8u, rcp, nearest, reciprocalFirst>,
+                                    RGBToHLS<Mox8u, rcp2, nearestLowBits<Mox8u>, differenceFirst>>;
 template <class Layout, class T = typename Layout::Sample>
-using innerRGBToHLS_16u_C3R = Split<Layout, Layout, 4, BiasedIf16s<T, Fwd<Mox16u, rcp2, nearest, reciprocalFirst>>,
-                                    BiasedIf16s<T, Fwd<Mox16u, rcp2, truncate, differenceFirst>>>;
+using innerRGBToHLS_16u_C3R = Split<Layout, Layout, 4, BiasedIf16s<T, RGBToHLS<Mox16u, rcp2, nearest, reciprocalFirst>>,
+                                    BiasedIf16s<T, RGBToHLS<Mox16u, rcp2, truncate, differenceFirst>>>;
 template <class Layout>
 using innerRGBToHLS_32f_C3R = AllColumns<Layout, Layout, On<F32, RGBToHLSFloat>>;
 
@@ -227,8 +224,8 @@ template <class Src, class Rule>
 using WithAlphaOf = std::conditional_t<Src::channels == 4, CopyAlpha<Rule>, Rule>;
 
 template <class Src, class Dst>
-using BGRToHLS = Split<Reversed<Src>, Dst, 4, WithAlphaOf<Src, Fwd<Mox8u, rcp, truncate, differenceFirst>>,
-                       WithAlphaOf<Src, Fwd<Mox8u, rcp2, truncate, differenceFirst>>>;
+using BGRToHLS = Split<Reversed<Src>, Dst, 4, WithAlphaOf<Src, RGBToHLS<Mox8u, rcp, truncate, differenceFirst>>,
+                       WithAlphaOf<Src, RGBToHLS<Mox8u, rcp2, truncate, differenceFirst>>>;
 
 using ownpi_BGRToHLS_8u_C3P3 = BGRToHLS<C3<Mox8u>, P3<Mox8u>>;
 using ownpi_BGRToHLS_8u_P3C3 = BGRToHLS<P3<Mox8u>, C3<Mox8u>>;

@@ -64,6 +64,7 @@ std::string decibels(double psnr);
 
 void gammaSection(Demo& demo);
 void graySection(Demo& demo);
+void hueSection(Demo& demo);
 void toneMapSection(Demo& demo);
 
 inline constexpr struct Section {
@@ -71,6 +72,7 @@ inline constexpr struct Section {
     void (*run)(Demo&);
 } sections[] = {
     {"Gray", graySection},
+    {"HLS and HSV", hueSection},
     {"Gamma", gammaSection},
     {"Tone map", toneMapSection},
 };
