@@ -308,18 +308,18 @@ using namespace q4;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                               Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                               Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
     return filterPlanes(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                               Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                               Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
     return filterPlanes(crossed(threePlanes(srcPlanes, srcSteps)), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 /// The pairs are split into the even rows, which are then filtered.
 MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                 int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                 const int32_t dstSteps[3], MoxiSize roiSize) {
+                                                 int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                 MoxiSize roiSize) {
     const auto src = twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep);
     const auto dst = threePlanes(dstPlanes, dstSteps);
     return doubleChromaRows(src, dst, roiSize, [&](MoxiSize size) {
@@ -337,8 +337,8 @@ MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Mox8u* srcY, int32_t srcY
     });
 }
 MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                 int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                 const int32_t dstSteps[3], MoxiSize roiSize, MoxSliceMode sliceMode) {
+                                                 int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                 MoxiSize roiSize, MoxSliceMode sliceMode) {
     if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dstPlanes), sizeAtLeast(roiSize, 1, 1),
                               planesNotNull<3>(dstPlanes), sizeAtLeast(roiSize, 2, 2)))
         return s;
@@ -360,7 +360,7 @@ MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcY
     });
 }
 
-MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                             int32_t dstStep, MoxiSize roiSize, Mox8u aval) {
     if (MoxStatus s = firstOf(notNull(srcPlanes, dst), sizeAtLeast(roiSize, 1, 1), planesNotNull<3>(srcPlanes)))
         return s;

@@ -100,8 +100,8 @@ MoxStatus eachField(const Src& src, const Dst& dst, MoxiSize roiSize, Convert co
 
 using namespace q4;
 
-MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                             Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                             Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
     const auto src = threePlanes(srcPlanes, srcSteps);
     const auto dst = threePlanes(dstPlanes, dstSteps);
     return eachField(src, dst, roiSize, [&](int parity, MoxiSize size) {
@@ -109,16 +109,16 @@ MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const srcPlanes[3], co
                 field(dst.chroma(), parity), {size.width / 2, size.height / 2});
     });
 }
-MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                    const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                    const int32_t* dstSteps, MoxiSize roiSize) {
     const auto dst = threePlanes(dstPlanes, dstSteps);
     return eachField(packed<CbYCr422>(src, srcStep), dst, roiSize, [&](int parity, MoxiSize size) {
         eachRow(MergeRows<CbYCr422, Planar420>{mergeField[parity]}, rowPairs(field(image(src, srcStep), parity)),
                 join(rowPairs(field(dst.luma(), parity)), field(dst.chroma(), parity)), {size.width, size.height / 2});
     });
 }
-MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                             Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                             Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
     const auto src = threePlanes(srcPlanes, srcSteps);
     const auto dst = threePlanes(dstPlanes, dstSteps);
     return eachField(src, dst, roiSize, [&](int parity, MoxiSize size) {
@@ -128,8 +128,8 @@ MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const srcPlanes[3], co
                                                     field(dst.chroma(), parity), {size.width / 2, size.height});
     });
 }
-MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                    Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                    int32_t dstStep, MoxiSize roiSize) {
     const auto src = threePlanes(srcPlanes, srcSteps);
     return eachField(src, packed<CbYCr422>(dst, dstStep), roiSize, [&](int parity, MoxiSize size) {
         const auto luma = field(src.luma(), parity);

@@ -112,15 +112,15 @@ MoxStatus convertPlanes(const PlanarSide<const Mox8u>& src, const PlanarSide<Mox
 
 using namespace q4;
 
-MoxStatus moxiYCbCr411To420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                   Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr411To420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                   const int32_t* dstSteps, MoxiSize roiSize) {
     return convertPlanes(
         threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 4, [=](auto src, auto dst) {
             eachRow(yvu411toyuv420_sse2_asm{}, evenRows(src), dst, {roiSize.width / 4, roiSize.height / 2});
         });
 }
-MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                   Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                   const int32_t* dstSteps, MoxiSize roiSize) {
     return convertPlanes(
         threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 2, [=](auto src, auto dst) {
             const int columns = roiSize.width / 4, last = roiSize.height / 2 - 1;
@@ -128,15 +128,15 @@ MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const srcPlanes[3], const int32_
             eachRow(yuv420toyuv411_sse2_asm{}, from(join(src, src), last), from(rowPairs(dst), last), {columns, 1});
         });
 }
-MoxStatus moxiYCbCr420To1620_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                    Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr420To1620_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                    const int32_t* dstSteps, MoxiSize roiSize) {
     return convertPlanes(
         threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 4, [=](auto src, auto dst) {
             eachRow(yuv420toyuv1620_sse2_asm{}, evenRows(src), dst, {roiSize.width / 4, roiSize.height / 4});
         });
 }
-MoxStatus moxiYCbCr1620To420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                    Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr1620To420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                    const int32_t* dstSteps, MoxiSize roiSize) {
     return convertPlanes(
         threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 4, [=](auto src, auto dst) {
             const int columns = roiSize.width / 4, last = roiSize.height / 4 - 1;

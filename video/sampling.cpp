@@ -196,48 +196,48 @@ using namespace q4;
 
 // Same sampling.
 MoxStatus moxiYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr, int32_t srcCbCrStep,
-                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S411, S411>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
-                                int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
+MoxStatus moxiYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY, int32_t dstYStep,
+                                Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S411, S411>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
 MoxStatus moxiYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr, int32_t srcCbCrStep,
-                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S420, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
-                                int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
+MoxStatus moxiYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY, int32_t dstYStep,
+                                Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S420, S420>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
 MoxStatus moxiYCbCr420ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                           MoxiSize roiSize) {
     if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dstPlanes), sizeAtLeast(roiSize, 1, 1))) return s;
     return convert<S420, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCrCb420ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MoxStatus moxiYCrCb420ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                           int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S420, S420>(crossed(threePlanes(srcPlanes, srcSteps)),
                                twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep), roiSize);
 }
-MoxStatus moxiYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+MoxStatus moxiYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                 MoxiSize roiSize) {
     if (MoxStatus s = firstOf(notNull(dstSteps))) return s;
     return convert<S422, S422>(packed<YCbCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst, int32_t dstStep,
+MoxStatus moxiYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst, int32_t dstStep,
                                 MoxiSize roiSize) {
     return convert<S422, S422>(threePlanes(srcPlanes, srcSteps), packed<YCbCr422>(dst, dstStep), roiSize);
 }
-MoxStatus moxiCbYCr422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiCbYCr422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S422>(packed<CbYCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 MoxStatus moxiCbYCr422ToYCbCr422_8u_C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
@@ -248,7 +248,7 @@ MoxStatus moxiYCbCr422ToCbYCr422_8u_C2R(const Mox8u* src, int32_t srcStep, Mox8u
                                         MoxiSize roiSize) {
     return reorder<1, 0, 3, 2>(src, srcStep, dst, dstStep, roiSize);
 }
-MoxStatus moxiYCbCr422ToCbYCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCbCr422ToCbYCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                           int32_t dstStep, MoxiSize roiSize) {
     return convert<S422, S422>(threePlanes(srcPlanes, srcSteps), packed<CbYCr422>(dst, dstStep), roiSize);
 }
@@ -256,12 +256,12 @@ MoxStatus moxiYCbCr422ToYCrCb422_8u_C2R(const Mox8u* src, int32_t srcStep, Mox8u
                                         MoxiSize roiSize) {
     return reorder<0, 3, 2, 1, anyHeight>(src, srcStep, dst, dstStep, roiSize);
 }
-MoxStatus moxiYCbCr422ToYCrCb422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCbCr422ToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                           int32_t dstStep, MoxiSize roiSize) {
     return convert<S422, S422, anyHeight>(threePlanes(srcPlanes, srcSteps), packed<YCrCb422>(dst, dstStep), roiSize);
 }
-MoxStatus moxiYCrCb422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCrCb422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S422>(packed<YCrCb422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 // 4:2:2 to 4:2:0: the chroma of odd rows is dropped.
@@ -270,8 +270,8 @@ MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox
     return convert<S422, S420>(packed<CbYCr422>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S420>(packed<CbYCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
@@ -279,21 +279,21 @@ MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox
     return convert<S422, S420>(packed<YCbCr422>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S420>(packed<YCbCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCbCr422ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MoxStatus moxiYCbCr422ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                           int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S422, S420>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCbCr422ToYCbCr420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr422ToYCbCr420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S420>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiCbYCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiCbYCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S420>(packed<CbYCr422>(src, srcStep), crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
 }
 MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
@@ -301,12 +301,12 @@ MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox
     return convert<S422, S420>(packed<Crossed<YCbCr422>>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S420>(packed<YCbCr422>(src, srcStep), crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
 }
-MoxStatus moxiYCrCb422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCrCb422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S420>(packed<YCrCb422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 // 4:2:0 to 4:2:2: each chroma row is written twice.
@@ -321,30 +321,30 @@ MoxStatus moxiYCbCr420ToYCbCr422_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, c
                                roiSize);
 }
 MoxStatus moxiYCbCr420ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                           MoxiSize roiSize) {
     return convert<S420, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCbCr420ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S420, S422>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCrCb420ToCbYCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCrCb420ToCbYCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                           int32_t dstStep, MoxiSize roiSize) {
     return convert<S420, S422>(crossed(threePlanes(srcPlanes, srcSteps)), packed<CbYCr422>(dst, dstStep), roiSize);
 }
-MoxStatus moxiYCrCb420ToYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCrCb420ToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                           int32_t dstStep, MoxiSize roiSize) {
     return convert<S420, S422>(crossed(threePlanes(srcPlanes, srcSteps)), packed<YCbCr422>(dst, dstStep), roiSize);
 }
-MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S420, S422>(crossed(threePlanes(srcPlanes, srcSteps)), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 // 4:2:2 to 4:1:1: the chroma of odd columns is dropped.
-MoxStatus moxiCbYCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiCbYCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S411>(packed<CbYCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
@@ -352,21 +352,21 @@ MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox
     return convert<S422, S411>(packed<YCbCr422>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S411, 1>(packed<YCbCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCbCr422ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MoxStatus moxiYCbCr422ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                           int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S422, S411>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCbCr422ToYCbCr411_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr422ToYCbCr411_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S411>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCrCb422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                          const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCrCb422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                          const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S422, S411>(packed<YCrCb422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 // 4:1:1 to 4:2:2: each chroma sample is written twice.
@@ -376,62 +376,62 @@ MoxStatus moxiYCbCr411ToYCbCr422_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, c
                                roiSize);
 }
 MoxStatus moxiYCbCr411ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                           MoxiSize roiSize) {
     return convert<S411, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCbCr411ToYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCbCr411ToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                           int32_t dstStep, MoxiSize roiSize) {
     return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), packed<YCbCr422>(dst, dstStep), roiSize);
 }
-MoxStatus moxiYCbCr411ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr411ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
 }
-MoxStatus moxiYCbCr411ToYCrCb422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MoxStatus moxiYCbCr411ToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                           int32_t dstStep, MoxiSize roiSize) {
     return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), packed<YCrCb422>(dst, dstStep), roiSize);
 }
-MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
 }
 // 4:1:1 to 4:2:0: two chroma rows become the even and the odd columns of one.
 MoxStatus moxiYCbCr411ToYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                           MoxiSize roiSize) {
     return convert<S411, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCbCr411ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MoxStatus moxiYCbCr411ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                           int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S411, S420>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCbCr411ToYCbCr420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
+MoxStatus moxiYCbCr411ToYCbCr420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize) {
     return convert<S411, S420>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
 }
 MoxStatus moxiYCbCr411ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                           MoxiSize roiSize) {
     return convert<S411, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep),
                                crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
 }
 // 4:2:0 to 4:1:1: the even and the odd chroma columns of a row become two rows.
 MoxStatus moxiYCbCr420ToYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                           MoxiSize roiSize) {
     return convert<S420, S411>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
                                roiSize);
 }
-MoxStatus moxiYCbCr420ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MoxStatus moxiYCbCr420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                           int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S420, S411>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
                                roiSize);
 }
-MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                           int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
     return convert<S420, S411>(crossed(threePlanes(srcPlanes, srcSteps)),
                                twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep), roiSize);

@@ -65,6 +65,7 @@ std::string decibels(double psnr);
 void gammaSection(Demo& demo);
 void graySection(Demo& demo);
 void hueSection(Demo& demo);
+void sitingSection(Demo& demo);
 void toneMapSection(Demo& demo);
 
 inline constexpr struct Section {
@@ -74,6 +75,7 @@ inline constexpr struct Section {
     {"Gray", graySection},
     {"HLS and HSV", hueSection},
     {"Gamma", gammaSection},
+    {"Chroma siting", sitingSection},
     {"Tone map", toneMapSection},
 };
 

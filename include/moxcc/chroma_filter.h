@@ -30,8 +30,8 @@ MOX_EXTERN_C_BEGIN
  * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for a
  *         null plane, then moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                     Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                     Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                                      MoxiSize roiSize);
 /**
  * Converts packed 4:2:2 (Cb Y0 Cr Y1) to planar 4:2:0, field by field.
@@ -42,9 +42,8 @@ MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const srcPlane
  * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
  */
-MOX_API MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep,
-                                                            Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
-                                                            MoxiSize roiSize);
+MOX_API MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                            const int32_t* dstSteps, MoxiSize roiSize);
 /**
  * Converts planar 4:2:0 to planar 4:2:2, field by field.
  *
@@ -56,8 +55,8 @@ MOX_API MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, in
  * @param roiSize  width and height in luma pixels, at least 2 by 4
  * @return as moxiYCbCr422To420_Interlace_8u_P3R()
  */
-MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                     Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                     Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                                      MoxiSize roiSize);
 /**
  * Converts planar 4:2:0 to packed 4:2:2 (Cb Y0 Cr Y1), field by field.
@@ -68,7 +67,7 @@ MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const srcPlane
  * @param dst, dstStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
  */
-MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
+MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                             Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 /** @} */
 
@@ -86,16 +85,16 @@ MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const s
  * @param roiSize  width and height in luma pixels, at least 2 by 8
  * @return moxStatusOk; moxStatusNullPtr, also for a null plane, then moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                       Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                       Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                                        MoxiSize roiSize);
 /**
  * Converts planar 4:2:0 with the planes Y, Cr, Cb to planar 4:2:2 with a four-tap filter.
  *
  * @copydetails moxiYCbCr420ToYCbCr422_Filter_8u_P3R
  */
-MOX_API MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                       Mox8u* const dstPlanes[3], const int32_t dstSteps[3],
+MOX_API MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                       Mox8u* const* dstPlanes, const int32_t* dstSteps,
                                                        MoxiSize roiSize);
 /**
  * Converts semi-planar 4:2:0 to planar 4:2:2 with a four-tap filter.
@@ -107,8 +106,8 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const srcPla
  * @return moxStatusOk; moxStatusNullPtr, also for a null plane, then moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                         int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                         const int32_t dstSteps[3], MoxiSize roiSize);
+                                                         int32_t srcCbCrStep, Mox8u* const* dstPlanes,
+                                                         const int32_t* dstSteps, MoxiSize roiSize);
 /** @} */
 
 /** @name Slices
@@ -172,8 +171,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Mox8u* srcY, int3
  *         plane, moxStatusBadSize below 2 by 2, in this order
  */
 MOX_API MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                         int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                         const int32_t dstSteps[3], MoxiSize roiSize,
+                                                         int32_t srcCbCrStep, Mox8u* const* dstPlanes,
+                                                         const int32_t* dstSteps, MoxiSize roiSize,
                                                          MoxSliceMode sliceMode);
 /** @} */
 
@@ -192,8 +191,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int3
  * @return moxStatusOk; moxStatusOddSize if the width or the height is odd; moxStatusNullPtr for a null argument,
  *         moxStatusBadSize, moxStatusNullPtr for a null plane, in this order
  */
-MOX_API MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                    Mox8u* dst, int32_t dstStep, MoxiSize roiSize, Mox8u aval);
+MOX_API MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                    int32_t dstStep, MoxiSize roiSize, Mox8u aval);
 
 MOX_EXTERN_C_END
 

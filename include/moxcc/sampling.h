@@ -32,7 +32,7 @@ MOX_EXTERN_C_BEGIN
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr, int32_t srcCbCrStep,
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+                                        Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:1:1 to semi-planar 4:1:1.
@@ -44,7 +44,7 @@ MOX_API MoxStatus moxiYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, con
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MOX_API MoxStatus moxiYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                         int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize);
 
 /**
@@ -58,7 +58,7 @@ MOX_API MoxStatus moxiYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const i
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr, int32_t srcCbCrStep,
-                                        Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+                                        Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to semi-planar 4:2:0.
@@ -70,7 +70,7 @@ MOX_API MoxStatus moxiYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, con
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dstY,
+MOX_API MoxStatus moxiYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
                                         int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize);
 
 /**
@@ -87,8 +87,8 @@ MOX_API MoxStatus moxiYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const i
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                  int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+                                                  int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                  MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to semi-planar 4:2:0.
@@ -102,8 +102,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t src
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb420ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
+MOX_API MoxStatus moxiYCrCb420ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
+                                                  int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
                                                   MoxiSize roiSize);
 
 /**
@@ -118,8 +118,8 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3
  *                 height at least 1
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                        const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                        const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:2 to packed 4:2:2 (Y0 Cb Y1 Cr).
@@ -131,7 +131,7 @@ MOX_API MoxStatus moxiYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u
  *                 height at least 1
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3], Mox8u* dst,
+MOX_API MoxStatus moxiYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                         int32_t dstStep, MoxiSize roiSize);
 
 /**
@@ -144,8 +144,8 @@ MOX_API MoxStatus moxiYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const i
  *                 height at least 1
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiCbYCr422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiCbYCr422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Cb Y0 Cr Y1) to packed 4:2:2 (Y0 Cb Y1 Cr).
@@ -185,8 +185,8 @@ MOX_API MoxStatus moxiYCbCr422ToCbYCr422_8u_C2R(const Mox8u* src, int32_t srcSte
  *                 height at least 1
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToCbYCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToCbYCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                  int32_t dstStep, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cb Y1 Cr) to packed 4:2:2 (Y0 Cr Y1 Cb).
@@ -212,8 +212,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCrCb422_8u_C2R(const Mox8u* src, int32_t srcSte
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCrCb422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                  int32_t dstStep, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cr Y1 Cb) to planar 4:2:2.
@@ -225,8 +225,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCrCb422_8u_P3C2R(const Mox8u* const srcPlanes[3
  *                 height at least 1
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCrCb422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /** @} */
 
@@ -260,8 +260,8 @@ MOX_API MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcS
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cb Y1 Cr) to semi-planar 4:2:0.
@@ -291,8 +291,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcS
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:2 to semi-planar 4:2:0.
@@ -306,8 +306,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcS
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
+MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
+                                                  int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
                                                   MoxiSize roiSize);
 
 /**
@@ -321,8 +321,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Cb Y0 Cr Y1) to planar 4:2:0.
@@ -337,8 +337,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr420_8u_P3R(const Mox8u* const srcPlanes[3],
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiCbYCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiCbYCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cb Y1 Cr) to semi-planar 4:2:0.
@@ -370,8 +370,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P2R(const Mox8u* src, int32_t srcS
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cr Y1 Cb) to planar 4:2:0.
@@ -385,8 +385,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcS
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCrCb422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /** @} */
 
@@ -437,8 +437,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_8u_P2C2R(const Mox8u* srcY, int32_t src
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                  int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+                                                  int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                  MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to planar 4:2:2.
@@ -451,8 +451,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t src
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr420ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to packed 4:2:2 (Cb Y0 Cr Y1).
@@ -467,8 +467,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3],
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb420ToCbYCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
+MOX_API MoxStatus moxiYCrCb420ToCbYCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                  int32_t dstStep, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to packed 4:2:2 (Y0 Cb Y1 Cr).
@@ -483,8 +483,8 @@ MOX_API MoxStatus moxiYCrCb420ToCbYCr422_8u_P3C2R(const Mox8u* const srcPlanes[3
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
+MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                  int32_t dstStep, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to planar 4:2:2.
@@ -498,8 +498,8 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /** @} */
 
@@ -517,8 +517,8 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3],
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiCbYCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiCbYCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cb Y1 Cr) to semi-planar 4:1:1.
@@ -548,8 +548,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P2R(const Mox8u* src, int32_t srcS
  *                 height at least 1
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:2 to semi-planar 4:1:1.
@@ -563,8 +563,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcS
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
+MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
+                                                  int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
                                                   MoxiSize roiSize);
 
 /**
@@ -578,8 +578,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts packed 4:2:2 (Y0 Cr Y1 Cb) to planar 4:1:1.
@@ -593,8 +593,8 @@ MOX_API MoxStatus moxiYCbCr422ToYCbCr411_8u_P3R(const Mox8u* const srcPlanes[3],
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCrCb422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
+                                                  const int32_t* dstSteps, MoxiSize roiSize);
 
 /** @} */
 
@@ -629,8 +629,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P2C2R(const Mox8u* srcY, int32_t src
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                  int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+                                                  int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                  MoxiSize roiSize);
 
 /**
  * Converts planar 4:1:1 to packed 4:2:2 (Y0 Cb Y1 Cr).
@@ -644,8 +644,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t src
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                  int32_t dstStep, MoxiSize roiSize);
 
 /**
  * Converts planar 4:1:1 to planar 4:2:2.
@@ -658,8 +658,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P3C2R(const Mox8u* const srcPlanes[3
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:1:1 to packed 4:2:2 (Y0 Cr Y1 Cb).
@@ -673,8 +673,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr422_8u_P3R(const Mox8u* const srcPlanes[3],
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3C2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
+                                                  int32_t dstStep, MoxiSize roiSize);
 
 /**
  * Converts planar 4:1:1 to planar 4:2:2.
@@ -688,8 +688,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3C2R(const Mox8u* const srcPlanes[3
  *                 height, one below 1 does nothing
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /** @} */
 
@@ -709,8 +709,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const srcPlanes[3],
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                  int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+                                                  int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                  MoxiSize roiSize);
 
 /**
  * Converts planar 4:1:1 to semi-planar 4:2:0.
@@ -725,8 +725,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t src
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
+MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
+                                                  int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
                                                   MoxiSize roiSize);
 
 /**
@@ -741,8 +741,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P3P2R(const Mox8u* const srcPlanes[3
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts semi-planar 4:1:1 to planar 4:2:0.
@@ -759,8 +759,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCbCr420_8u_P3R(const Mox8u* const srcPlanes[3],
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr411ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                  int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+                                                  int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                  MoxiSize roiSize);
 
 /** @} */
 
@@ -780,8 +780,8 @@ MOX_API MoxStatus moxiYCbCr411ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t src
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420ToYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                  int32_t srcCbCrStep, Mox8u* const dstPlanes[3],
-                                                  const int32_t dstSteps[3], MoxiSize roiSize);
+                                                  int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
+                                                  MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to semi-planar 4:1:1.
@@ -796,8 +796,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t src
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr420ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
+MOX_API MoxStatus moxiYCbCr420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
+                                                  int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
                                                   MoxiSize roiSize);
 
 /**
@@ -814,8 +814,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3
  *                 height at least 2, cut to an even number
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                                  Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
+MOX_API MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
+                                                  int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep,
                                                   MoxiSize roiSize);
 
 /** @} */
@@ -838,8 +838,8 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const srcPlanes[3
  *                 at least 4 and a multiple of 4
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr411To420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                           Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr411To420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                           Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to planar 4:1:1 by interpolated rows.
@@ -854,8 +854,8 @@ MOX_API MoxStatus moxiYCbCr411To420_8u_P3R(const Mox8u* const srcPlanes[3], cons
  *                 at least 2 and even
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                           Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                           Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar 4:2:0 to planar chroma of one sample for 4 by 4 pixels, without a filter.
@@ -868,8 +868,8 @@ MOX_API MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const srcPlanes[3], cons
  *                 at least 4 and a multiple of 4
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr420To1620_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                            Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr420To1620_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                            Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Converts planar chroma of one sample for 4 by 4 pixels to planar 4:2:0, doubled in both directions by
@@ -885,8 +885,8 @@ MOX_API MoxStatus moxiYCbCr420To1620_8u_P3R(const Mox8u* const srcPlanes[3], con
  *                 at least 4 and a multiple of 4
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
-MOX_API MoxStatus moxiYCbCr1620To420_8u_P3R(const Mox8u* const srcPlanes[3], const int32_t srcSteps[3],
-                                            Mox8u* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
+MOX_API MoxStatus moxiYCbCr1620To420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
+                                            Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize);
 
 /** @} */
 
