@@ -95,25 +95,38 @@ MOX_INLINE I32 lowBits(I32 v) {
     if constexpr (std::is_same_v<T, int16_t>) return shr<16>(shl<16>(v));
 }
 
+/// The columns of one vector of 32-bit lanes: lane l holds those from first + l * laneStride on.
+template <int laneStride>
+struct Columns {
+    ptrdiff_t first;
+};
+
 /// A rule that works on vectors of type L, pixel by pixel: Px<L, channels> in, Px of results out. The results are
-/// vectors that collect() takes to the destination's samples.
+/// vectors that collect() takes to the destination's samples. A rule that depends on the column takes its Columns too.
 template <class L, class Rule>
 struct On {
     Rule rule;
 
     template <class D, class S, int C, int N>
-    MOX_INLINE auto apply(const Block<S, C, N>& in) const {
+    MOX_INLINE auto apply(const Block<S, C, N>& in, ptrdiff_t x = 0) const {
         constexpr int n = N / L::count;
         decltype(spread<L>(in.c[0])) wide[C];
         for (int c = 0; c < C; ++c) wide[c] = spread<L>(in.c[c]);
 
-        using Out = decltype(rule(Px<L, C>{}));
+        const auto ruleOf = [&](const Px<L, C>& px, int i) {
+            using At = Columns<N / lanes>;
+            if constexpr (std::is_invocable_v<const Rule&, const Px<L, C>&, At>)
+                return rule(px, At{x + i * (L::count / lanes)});
+            else
+                return rule(px);
+        };
+        using Out = decltype(ruleOf(Px<L, C>{}, 0));
         constexpr int outs = sizeof(Out::c) / sizeof(Out::c[0]);
         std::remove_cvref_t<decltype(Out::c[0])> results[outs][n];
         for (int i = 0; i < n; ++i) {
             Px<L, C> px;
             for (int c = 0; c < C; ++c) px.c[c] = wide[c].v[i];
-            const Out out = rule(px);
+            const Out out = ruleOf(px, i);
             for (int c = 0; c < outs; ++c) results[c][i] = out.c[c];
         }
         Block<D, outs, N> to;

@@ -44,20 +44,35 @@ struct Staging {
         for (int i = 0; i < Layout::planes; ++i)
             std::memcpy(bytes[i], from.p[i] + Layout::bytes(i, x), size_t(Layout::bytes(i, n)));
     }
+    /// A layout that leaves some bytes alone has a copy() of its own.
     void drain(const DstRows<Layout::planes>& to, ptrdiff_t x, ptrdiff_t n) const {
-        for (int i = 0; i < Layout::planes; ++i)
-            std::memcpy(to.p[i] + Layout::bytes(i, x), bytes[i], size_t(Layout::bytes(i, n)));
+        for (int i = 0; i < Layout::planes; ++i) {
+            if constexpr (requires { Layout::copy(to.p[i], bytes[i], n); })
+                Layout::copy(to.p[i] + Layout::bytes(i, x), bytes[i], n);
+            else
+                std::memcpy(to.p[i] + Layout::bytes(i, x), bytes[i], size_t(Layout::bytes(i, n)));
+        }
     }
 };
 
-/// Applies a rule to the whole blocks from column x to column end - 1. A function of its own, so that its code stands once
-/// for the rows' own columns and for staged ones, and the rule's constants are in registers.
+/// What a rule makes of the block at column x. Few rules ask for the column.
+template <class D, class Rule, class In>
+MOX_INLINE auto applyAt(const Rule& rule, const In& block, ptrdiff_t x) {
+    if constexpr (requires { rule.template apply<D>(block, x); })
+        return rule.template apply<D>(block, x);
+    else
+        return rule.template apply<D>(block);
+}
+
+/// Applies a rule to the whole blocks from column x to column end - 1 of rows that start at column `origin` of the
+/// picture. A function of its own, so that its code stands once for the rows' own columns and for staged ones, and the
+/// rule's constants are in registers.
 template <class Src, class Dst, class Rule>
 [[gnu::noinline]] void blocks(SrcRows<Src::planes> src, DstRows<Dst::planes> dst, ptrdiff_t x, ptrdiff_t end,
-                              Rule rule) {
+                              ptrdiff_t origin, Rule rule) {
     constexpr int N = blockPixels<Src, Dst>;
     for (; x < end; x += N)
-        Dst::template store<N>(dst, x, rule.template apply<typename Dst::Sample>(Src::template load<N>(src, x)));
+        Dst::template store<N>(dst, x, applyAt<typename Dst::Sample>(rule, Src::template load<N>(src, x), origin + x));
 }
 
 /// Applies a rule to columns x to end - 1 of a row.
@@ -66,13 +81,13 @@ MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>
                      const Rule& rule) {
     constexpr int N = blockPixels<Src, Dst>;
     const ptrdiff_t whole = end - (end - x) % N;
-    if (x < whole) blocks<Src, Dst>(src, dst, x, whole, rule);
+    if (x < whole) blocks<Src, Dst>(src, dst, x, whole, 0, rule);
     if (whole < end) {  // the last columns, by the same code on a copy, so that nothing beyond the row is touched
         Staging<Src, N> in;
         Staging<Dst, N> out;
         in.fill(src, whole, end - whole);
         if constexpr (Dst::keepsOld) out.fill(dst, whole, end - whole);
-        blocks<Src, Dst>(in.rows(), out.rows(), 0, N, rule);
+        blocks<Src, Dst>(in.rows(), out.rows(), 0, N, whole, rule);
         out.drain(dst, whole, end - whole);
     }
 }

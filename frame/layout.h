@@ -93,6 +93,25 @@ using C4 = Interleaved<T, 4>;
 template <class T>
 using AC4 = Interleaved<T, 4, 3>;
 
+/// AC4 to be written where the fourth samples are another's: they are neither read nor written.
+template <class T>
+struct ColoursOf4 : AC4<T> {
+    static constexpr bool keepsOld = false;
+
+    /// The colours of n pixels.
+    MOX_INLINE static void copy(uint8_t* to, const uint8_t* from, ptrdiff_t n) {
+        constexpr ptrdiff_t pixel = 4 * sizeof(T), colours = 3 * sizeof(T);
+        for (ptrdiff_t i = 0; i < n; ++i) std::memcpy(to + i * pixel, from + i * pixel, colours);
+    }
+
+    template <int N>
+    MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const Block<T, 3, N>& block) {
+        alignas(vectorBytes) uint8_t pixels[AC4<T>::bytes(0, N)];
+        C4<T>::template store<N>({{pixels}}, 0, withFourth(block, T(0)));
+        copy(rows.p[0] + AC4<T>::bytes(0, x), pixels, N);
+    }
+};
+
 /// Interleaved pixels of three samples that are all the same, as a block of one channel: written only.
 template <class T>
 struct Triple {

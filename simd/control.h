@@ -31,6 +31,7 @@ inline void writeX87Control(uint16_t word) { __asm__ volatile("fldcw %0" : : "m"
 
 /// In the rounding mode of the control word.
 inline int32_t nearest(float v) { return _mm_cvtss_si32(_mm_set_ss(v)); }
+inline int32_t nearest(double v) { return _mm_cvtsd_si32(_mm_set_sd(v)); }
 inline int32_t truncate(float v) { return _mm_cvttss_si32(_mm_set_ss(v)); }
 inline int32_t truncate(double v) { return _mm_cvttsd_si32(_mm_set_sd(v)); }
 /// The processor's approximate reciprocal, RCPSS, which gives what RCPPS gives.

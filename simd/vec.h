@@ -9,6 +9,7 @@
 
 #include <immintrin.h>
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -116,6 +117,17 @@ MOX_INLINE V splatLane(__m128i lane) {
     return as<V>(I32{_mm256_broadcastsi128_si256(lane)});
 #else
     return as<V>(I32{lane});
+#endif
+}
+
+/// The vector whose element i is of(i), for 32-bit elements.
+template <class V, class Of>
+MOX_INLINE V fromElements(const Of& of) {
+    const auto bits = [&](int i) { return std::bit_cast<int>(typename V::Sample(of(i))); };
+#if defined(__AVX2__)
+    return as<V>(I32{_mm256_setr_epi32(bits(0), bits(1), bits(2), bits(3), bits(4), bits(5), bits(6), bits(7))});
+#else
+    return as<V>(I32{_mm_setr_epi32(bits(0), bits(1), bits(2), bits(3))});
 #endif
 }
 
@@ -318,6 +330,12 @@ MOX_INLINE bool any(Vec<T> mask) {
 MOX_INLINE bool any(F32 mask) { return MOX_MM(movemask_ps)(mask.r) != 0; }
 MOX_INLINE bool any(F64 mask) { return MOX_MM(movemask_pd)(mask.r) != 0; }
 
+/// Bit i is the top bit of byte i.
+template <class T>
+MOX_INLINE uint32_t topBits(Vec<T> v) {
+    return uint32_t(MOX_MM(movemask_epi8)(as<I32>(v).r));
+}
+
 // ---- order of elements, within each lane ----------------------------------------------------------------------------
 
 /// Byte i of the result is byte order[i] of v, or 0 where the top bit of order[i] is set.
@@ -377,6 +395,15 @@ MOX_INLINE Vec<T> lanesBefore([[maybe_unused]] Vec<T> v, Vec<T> before) {
     return as<Vec<T>>(I32{_mm256_permute2x128_si256(as<I32>(before).r, as<I32>(v).r, 0x21)});
 #else
     return before;
+#endif
+}
+/// The elements of the whole vector moved up by one, across its lanes, behind a new first one.
+MOX_INLINE F32 pushFirst(float first, F32 v) {
+#if defined(__AVX2__)
+    const __m256 up = _mm256_permutevar8x32_ps(v.r, _mm256_setr_epi32(0, 0, 1, 2, 3, 4, 5, 6));
+    return {_mm256_blend_ps(up, _mm256_castps128_ps256(_mm_set_ss(first)), 1)};
+#else
+    return {_mm_move_ss(_mm_shuffle_ps(v.r, v.r, 0 | 0 << 2 | 1 << 4 | 2 << 6), _mm_set_ss(first))};
 #endif
 }
 /// Each lane moved towards higher or lower addresses by n bytes, filled with 0.
