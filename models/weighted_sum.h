@@ -16,12 +16,36 @@ struct MatrixRow {
     constexpr MatrixRow operator*(int factor) const {
         return {{weight[0] * factor, weight[1] * factor, weight[2] * factor}};
     }
+    /// Whether all magnitudes are below a limit.
+    constexpr bool within(int limit) const {
+        for (int w : weight)
+            if (w <= -limit || w >= limit) return false;
+        return true;
+    }
     /// The row of f(weight).
     template <class F>
     constexpr MatrixRow map(F f) const {
         return {{f(weight[0]), f(weight[1]), f(weight[2])}};
     }
 };
+
+// ---- samples --------------------------------------------------------------------------------------------------------
+//
+// Rules read sample c of what they are applied to as scaled<scale>(x, c), its value times 2^scale. Other kinds of pixels
+// than vectors of wide samples have a scaled() of their own, which may cost less than to widen and then to shift.
+
+template <int scale>
+MOX_INLINE I16 scaled(const Px<I16, 3>& x, int c) {
+    if constexpr (scale == 0)
+        return x.c[c];
+    else
+        return shl<scale>(x.c[c]);
+}
+
+template <class Pixels>
+MOX_INLINE Px<I16, 3> wideSamples(const Pixels& x) {
+    return {{scaled<0>(x, 0), scaled<0>(x, 1), scaled<0>(x, 2)}};
+}
 
 // ---- one sum of all bits --------------------------------------------------------------------------------------------
 
@@ -72,7 +96,9 @@ inline constexpr int fractionPart(int weight) { return weight - wholePart(weight
 /// in 16.
 template <MatrixRow row, int offset, int shift>
 struct FullPrecision {
-    MOX_INLINE I16 operator()(const Px<I16, 3>& x) const {
+    template <class Pixels>
+    MOX_INLINE I16 operator()(const Pixels& pixels) const {
+        const Px<I16, 3> x = wideSamples(pixels);
         constexpr MatrixRow whole = row.map(wholePart), fraction = row.map(fractionPart);
         constexpr int used = (fraction.weight[0] != 0) + (fraction.weight[1] != 0) + (fraction.weight[2] != 0);
         I16 sum = zero<I16>();
@@ -110,9 +136,13 @@ MOX_INLINE I16 sumOfMagnitudes(const Term& term) {
 /// Terms ((x << scale) * weight + 16384) >> 15.
 template <MatrixRow row, int scale, int offset, int shift>
 struct RoundedTerms {
-    MOX_INLINE I16 operator()(const Px<I16, 3>& x) const {
-        return shr<shift>(detail::sumOfMagnitudes<row, offset>(
-            [&](int c, int weight) { return mulHiRound(shl<scale>(x.c[c]), splat<I16>(int16_t(weight))); }));
+    // The same product from less of a scale, which may be had for less.
+    static constexpr bool lessScale = scale == 7 && row.within(1 << 14);
+    template <class Pixels>
+    MOX_INLINE I16 operator()(const Pixels& x) const {
+        return shr<shift>(detail::sumOfMagnitudes<row, offset>([&](int c, int weight) {
+            return mulHiRound(scaled<scale - lessScale>(x, c), splat<I16>(int16_t(weight << lessScale)));
+        }));
     }
 };
 
@@ -120,9 +150,10 @@ struct RoundedTerms {
 /// too is unsigned.
 template <MatrixRow row, int scale, int offset, int shift>
 struct TruncatedTerms {
-    MOX_INLINE I16 operator()(const Px<I16, 3>& x) const {
+    template <class Pixels>
+    MOX_INLINE I16 operator()(const Pixels& x) const {
         const I16 sum = detail::sumOfMagnitudes<row, offset>([&](int c, int weight) {
-            return as<I16>(mulHi(as<U16>(shl<scale>(x.c[c])), splat<U16>(uint16_t(weight))));
+            return as<I16>(mulHi(as<U16>(scaled<scale>(x, c)), splat<U16>(uint16_t(weight))));
         });
         if constexpr (row.weight[0] < 0 || row.weight[1] < 0 || row.weight[2] < 0)
             return shr<shift>(sum);
@@ -134,8 +165,9 @@ struct TruncatedTerms {
 /// Terms ((x << scale) * weight) >> 16, towards minus infinity: a negative weight is negative before it is cut off.
 template <MatrixRow row, int scale, int offset, int shift>
 struct FlooredTerms {
-    MOX_INLINE I16 operator()(const Px<I16, 3>& x) const {
-        const auto term = [&](int c) { return mulHi(shl<scale>(x.c[c]), splat<I16>(int16_t(row.weight[c]))); };
+    template <class Pixels>
+    MOX_INLINE I16 operator()(const Pixels& x) const {
+        const auto term = [&](int c) { return mulHi(scaled<scale>(x, c), splat<I16>(int16_t(row.weight[c]))); };
         return shr<shift>(((term(0) + term(1)) + term(2)) + splat<I16>(offset));
     }
 };
@@ -145,7 +177,10 @@ struct FlooredTerms {
 /// A rule for each result.
 template <class... Rule>
 struct PerChannel {
-    MOX_INLINE Px<I16, int(sizeof...(Rule))> operator()(const Px<I16, 3>& x) const { return {{Rule{}(x)...}}; }
+    template <class Pixels>
+    MOX_INLINE Px<I16, int(sizeof...(Rule))> operator()(const Pixels& x) const {
+        return {{Rule{}(x)...}};
+    }
 };
 
 }  // namespace q4

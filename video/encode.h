@@ -7,11 +7,12 @@
 //
 // The rules of a part are a type with
 //
-//     Px<I16, n> terms(Px<I16, 3>)             what a pixel gives beside its colour, n values
-//     I16 luma(Px<I16, n>)                     a pixel's luma from its terms
-//     Px<I16, 2> chroma(Px<I16, 3>, Px<I16, n>)   the chroma of a cell from the sums of its colours and of its terms
+//     Px<I16, n> terms(pixels)                      what a pixel gives beside its colour, n values
+//     I16 luma(Px<I16, n>)                          a pixel's luma from its terms, 0 to 255
+//     Px<I16, 2> chroma(colours, Px<I16, n>)        the chroma of a cell from the sums of its colours and of its terms
 //
-// Sums that do not fit 16 bits wrap; a rule may take them as unsigned.
+// where pixels and colours have samples that scaled() reads. Sums that do not fit 16 bits wrap; a rule may take them as
+// unsigned.
 #pragma once
 
 #include "frame/convert.h"
@@ -20,18 +21,67 @@
 
 namespace q4 {
 
+// ---- pixels of a block ----------------------------------------------------------------------------------------------
+//
+// The even columns of a block and the odd ones fill a vector of 16-bit samples each, and so do the sums over pairs of
+// them: what belongs to a pair has one place in all three.
+
+struct EvenPixels {
+    U8 c[3];
+};
+struct OddPixels {
+    U8 c[3];
+};
+
+template <int scale>
+MOX_INLINE I16 scaled(const EvenPixels& p, int c) {
+    if constexpr (scale == 0) return as<I16>(as<U16>(p.c[c]) & splat<U16>(0x00FF));
+    if constexpr (scale > 0 && scale < 7) return dotPairs(p.c[c], as<I8>(splat<U16>(1 << scale)));
+    if constexpr (scale == 8) return as<I16>(shl<8>(as<U16>(p.c[c])));
+    static_assert(scale != 7 && scale <= 8);
+}
+template <int scale>
+MOX_INLINE I16 scaled(const OddPixels& p, int c) {
+    if constexpr (scale == 0) return as<I16>(shr<8>(as<U16>(p.c[c])));
+    if constexpr (scale > 0 && scale < 7) return dotPairs(p.c[c], as<I8>(splat<U16>(1 << scale << 8)));
+    if constexpr (scale == 8) return as<I16>(as<U16>(p.c[c]) & splat<U16>(0xFF00));
+    static_assert(scale != 7 && scale <= 8);
+}
+MOX_INLINE U8 inTurn(I16 even, I16 odd) { return as<U8>(even | shl<8>(odd)); }
+
+/// The sums over the cells of a block in one row or two, one sum for each channel.
+template <int cellWidth, int rows>
+struct CellSums {
+    static_assert(cellWidth == 2 || cellWidth == 4);
+    U8 c[rows][3];
+
+    /// The sums over the cells of a row from those over pairs.
+    MOX_INLINE static I16 ofPairs(I16 pairs) { return cellWidth == 2 ? pairs : pairSums(pairs, pairs); }
+};
+template <int scale, int cellWidth, int rows>
+MOX_INLINE I16 scaled(const CellSums<cellWidth, rows>& sums, int c) {
+    static_assert(scale < 7);
+    I16 pairs = dotPairs(sums.c[0][c], splat<I8>(1 << scale));
+    for (int r = 1; r < rows; ++r) pairs = pairs + dotPairs(sums.c[r][c], splat<I8>(1 << scale));
+    return sums.ofPairs(pairs);
+}
+
 // ---- rules ----------------------------------------------------------------------------------------------------------
 
 /// Two rules for the two chroma samples.
 template <class Cb, class Cr>
 using Chroma = PerChannel<Cb, Cr>;
 
-/// Luma from the pixel's colour, chroma from the sums of colours.
-template <class Luma, class ChromaRule>
+/// Luma from the pixel's colour, in odd columns perhaps by another rule, and chroma from the sums of colours.
+template <class Luma, class ChromaRule, class OddLuma = Luma>
 struct LumaChroma {
-    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{Luma{}(p)}}; }
+    MOX_INLINE static Px<I16, 1> terms(const EvenPixels& p) { return {{Luma{}(p)}}; }
+    MOX_INLINE static Px<I16, 1> terms(const OddPixels& p) { return {{OddLuma{}(p)}}; }
     MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return terms.c[0]; }
-    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>&) { return ChromaRule{}(colours); }
+    template <class Sums>
+    MOX_INLINE static Px<I16, 2> chroma(const Sums& colours, const Px<I16, 1>&) {
+        return ChromaRule{}(colours);
+    }
 };
 
 /// Luma alone, as a rule for pixels.
@@ -59,38 +109,23 @@ struct Cells {
   private:
     template <int N, int rows>
     MOX_INLINE static auto encode(const Block<uint8_t, 3, N> (&row)[rows]) {
-        YccBlock<rows, cellWidth> out;
-        using Terms = decltype(Rules::terms({}));
+        using Terms = decltype(Rules::terms(EvenPixels{}));
         constexpr int termCount = sizeof(Terms) / sizeof(I16);
-        Terms sums[2] = {};  // of the rows' terms
+        YccBlock<rows, cellWidth> out;
+        CellSums<cellWidth, rows> colours;
+        Terms sums = {};
         for (int r = 0; r < rows; ++r) {
-            I16 luma[2];
-            for (int half = 0; half < 2; ++half) {
-                Px<I16, 3> p;
-                for (int c = 0; c < 3; ++c) p.c[c] = spread<I16>(row[r].c[c]).v[half];
-                const Terms terms = Rules::terms(p);
-                luma[half] = Rules::luma(terms);
-                for (int t = 0; t < termCount; ++t) sums[half].c[t] = sums[half].c[t] + terms.c[t];
-            }
-            out.y[r] = narrowU8(luma[0], luma[1]);
+            const U8(&c)[3] = {row[r].c[0].v[0], row[r].c[1].v[0], row[r].c[2].v[0]};
+            const Terms even = Rules::terms(EvenPixels{{c[0], c[1], c[2]}});
+            const Terms odd = Rules::terms(OddPixels{{c[0], c[1], c[2]}});
+            out.y[r] = inTurn(Rules::luma(even), Rules::luma(odd));
+            for (int t = 0; t < termCount; ++t) sums.c[t] = sums.c[t] + (even.c[t] + odd.c[t]);
+            for (int i = 0; i < 3; ++i) colours.c[r][i] = c[i];
         }
-
-        Px<I16, 3> colours;
-        for (int c = 0; c < 3; ++c) {
-            I16 pairs = dotPairs(row[0].c[c].v[0], splat<I8>(1));
-            if constexpr (rows == 2) pairs = pairs + dotPairs(row[1].c[c].v[0], splat<I8>(1));
-            colours.c[c] = cellSums(pairs);
-        }
-        Terms terms;
-        for (int t = 0; t < termCount; ++t) terms.c[t] = cellSums(pairSums(sums[0].c[t], sums[1].c[t]));
-        const Px<I16, 2> chroma = Rules::chroma(colours, terms);
+        for (I16& sum : sums.c) sum = colours.ofPairs(sum);
+        const Px<I16, 2> chroma = Rules::chroma(colours, sums);
         for (int i = 0; i < 2; ++i) out.chroma[i] = lowHalf(chroma.c[i]);
         return out;
-    }
-
-    MOX_INLINE static I16 cellSums(I16 pairs) {
-        static_assert(cellWidth == 2 || cellWidth == 4);
-        return cellWidth == 2 ? pairs : pairSums(pairs, pairs);
     }
 };
 

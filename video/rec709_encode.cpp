@@ -18,7 +18,10 @@ using VC2 = Chroma<FullPrecision<cbStudio, 0x2008000, 18>, FullPrecision<crStudi
 /// 0 and 255 are no samples.
 template <class Rule>
 struct Limited {
-    MOX_INLINE I16 operator()(const Px<I16, 3>& p) const { return max(min(Rule{}(p), splat<I16>(254)), splat<I16>(1)); }
+    template <class Pixels>
+    MOX_INLINE I16 operator()(const Pixels& p) const {
+        return max(min(Rule{}(p), splat<I16>(254)), splat<I16>(1));
+    }
 };
 
 using HL1 = Limited<TruncatedTerms<{{6980, 23429, 2359}}, 8, 64, 7>>;

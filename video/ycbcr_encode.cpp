@@ -35,12 +35,6 @@ using YC9 = Chroma<RoundedTerms<cb14, 5, 128 << 6, 6>, RoundedTerms<cr14, 5, 128
 /// A pixel alone.
 using YF1 = LumaChroma<YL1, Chroma<FullPrecision<cb16, 0x808000, 16>, FullPrecision<cr16, 0x808000, 16>>>;
 
-/// One rule for even columns, another for odd ones.
-template <class Even, class Odd>
-struct Alternating {
-    MOX_INLINE I16 operator()(const Px<I16, 3>& p) const { return blend16<0xAA>(Even{}(p), Odd{}(p)); }
-};
-
 // ---- rules of filtered chroma ---------------------------------------------------------------------------------------
 //
 // The chroma of a pair is that at its even pixel, filtered along the row by 1/4, 1/2, 1/4: the sum of an even term, the
@@ -53,7 +47,8 @@ struct NarrowTerm {
     using Lanes = I16;
     static constexpr int vectors = 1;
     I16 v[1];
-    MOX_INLINE explicit NarrowTerm(const Px<I16, 3>& p) : v{RoundedTerms<row, 7, 0, 0>{}(p)} {}
+    template <class Pixels>
+    MOX_INLINE explicit NarrowTerm(const Pixels& p) : v{RoundedTerms<row, 7, 0, 0>{}(p)} {}
 };
 
 /// One term of 32 bits for each pair.
@@ -62,8 +57,9 @@ struct WideTerm {
     using Lanes = I32;
     static constexpr int vectors = 2;
     I32 v[2];
-    MOX_INLINE explicit WideTerm(const Px<I16, 3>& p) {
-        const WideSum sum = wideSum<row>(p);
+    template <class Pixels>
+    MOX_INLINE explicit WideTerm(const Pixels& p) {
+        const WideSum sum = wideSum<row>(wideSamples(p));
         v[0] = shr<shift>(sum.lo), v[1] = shr<shift>(sum.hi);
     }
 };
@@ -75,7 +71,7 @@ struct Filter {
     using Lanes = typename Odd::Lanes;
 
     /// Takes a vector that ends with the odd term before the block, and leaves one that ends with the block's last.
-    MOX_INLINE static U8 apply(const Px<I16, 3>& evenPixels, const Px<I16, 3>& oddPixels, Lanes& before) {
+    MOX_INLINE static U8 apply(const EvenPixels& evenPixels, const OddPixels& oddPixels, Lanes& before) {
         constexpr int last = Odd::vectors - 1, bytes = 16 - int(sizeof(typename Lanes::Sample));
         const EvenTerm even(evenPixels);
         const Odd odd(oddPixels);
@@ -103,12 +99,9 @@ struct Filtered {
 
     template <class D, int N>
     MOX_INLINE YccBlock<1, 2> apply(const Block<uint8_t, 3, N>& in) const {
-        Px<I16, 3> even, odd;
-        for (int c = 0; c < 3; ++c) {
-            const U16 pairs = as<U16>(in.c[c].v[0]);
-            even.c[c] = as<I16>(pairs & splat<U16>(0xFF)), odd.c[c] = as<I16>(shr<8>(pairs));
-        }
-        return {{On<I16, LumaOnly<Luma>>{}.template apply<D>(in).c[0].v[0]},
+        const EvenPixels even = {{in.c[0].v[0], in.c[1].v[0], in.c[2].v[0]}};
+        const OddPixels odd = {{in.c[0].v[0], in.c[1].v[0], in.c[2].v[0]}};
+        return {{inTurn(Luma{}(even), Luma{}(odd))},
                 {Cb::apply(even, odd, before.cb), Cr::apply(even, odd, before.cr)}};
     }
 };
@@ -132,7 +125,7 @@ using FilteredGamma =
 
 // 4:2:2
 template <class Pixels, class Dst>
-using innerRGBToYCbCr422 = Encode<Pixels, Dst, Passes<8>, LumaChroma<YL3, YC3>, LumaChroma<Alternating<YL1, YL2>, YC1>>;
+using innerRGBToYCbCr422 = Encode<Pixels, Dst, Passes<8>, LumaChroma<YL3, YC3>, LumaChroma<YL1, YC1, YL2>>;
 template <class Pixels, class Dst>
 using innerBGRToYCbCr422 = Encode<Pixels, Dst, Passes<8>, LumaChroma<YL3, YC3>, LumaChroma<YL1, YC2>>;
 using myBGRToCbYCr422_8u_AC4C2R = Encode<BGRA, CbYCr422, Passes<8>, LumaChroma<YL5, YC4>, LumaChroma<YL1, YC5>, YF1>;

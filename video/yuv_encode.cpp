@@ -12,20 +12,24 @@ namespace {
 /// are in units of 1/65536.
 template <MatrixRow y, int yOffset, int uOffset, int vOffset, int uScale, int vScale, int shift>
 struct Differences {
-    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{FullPrecision<y, yOffset, 16>{}(p)}}; }
+    template <class Pixels>
+    MOX_INLINE static Px<I16, 1> terms(const Pixels& p) {
+        return {{FullPrecision<y, yOffset, 16>{}(p)}};
+    }
     MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return terms.c[0]; }
-    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>&) {
+    template <class Sums>
+    MOX_INLINE static Px<I16, 2> chroma(const Sums& colours, const Px<I16, 1>&) {
         constexpr MatrixRow less = y * -1;
         constexpr MatrixRow b = {{less.weight[0], less.weight[1], less.weight[2] + one16}};
         constexpr MatrixRow r = {{less.weight[0] + one16, less.weight[1], less.weight[2]}};
-        return {{scaled<uScale>(FullPrecision<b, uOffset, 16>{}(colours)),
-                 scaled<vScale>(FullPrecision<r, vOffset, 16>{}(colours))}};
+        return {{chromaOf<uScale>(FullPrecision<b, uOffset, 16>{}(colours)),
+                 chromaOf<vScale>(FullPrecision<r, vOffset, 16>{}(colours))}};
     }
 
   private:
     template <int scale>
-    MOX_INLINE static I16 scaled(I16 difference) {
-        return FullPrecision<{{scale, 0, 0}}, 0, shift>{}({{difference}}) + splat<I16>(128);
+    MOX_INLINE static I16 chromaOf(I16 difference) {
+        return FullPrecision<{{scale, 0, 0}}, 0, shift>{}(Px<I16, 3>{{difference}}) + splat<I16>(128);
     }
 };
 
@@ -52,13 +56,15 @@ MOX_INLINE Px<I16, 2> scaledDifferences(I16 b, I16 r, I16 y, int uScale, int vSc
 
 /// On samples of ten bits, (x * 257) >> 6.
 struct UP1 {
-    MOX_INLINE static Px<I16, 3> terms(const Px<I16, 3>& p) {
+    template <class Pixels>
+    MOX_INLINE static Px<I16, 3> terms(const Pixels& p) {
         Px<I16, 3> x;
-        for (int c = 0; c < 3; ++c) x.c[c] = shl<2>(p.c[c]) + shr<6>(p.c[c]);
+        for (int c = 0; c < 3; ++c) x.c[c] = scaled<2>(p, c) + shr<6>(scaled<0>(p, c));
         return {{FlooredTerms<y15, 0, 0, 0>{}(x), x.c[0], x.c[2]}};
     }
     MOX_INLINE static I16 luma(const Px<I16, 3>& terms) { return shr<1>(terms.c[0]); }
-    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>&, const Px<I16, 3>& sums) {
+    template <class Sums>
+    MOX_INLINE static Px<I16, 2> chroma(const Sums&, const Px<I16, 3>& sums) {
         return scaledDifferences(shr<1>(sums.c[2]), shr<1>(sums.c[1]), sums.c[0], 16121, 28737,
                                  [](I16 d, I16 scale) { return shr<1>(mulHi(d, scale)); });
     }
@@ -67,15 +73,17 @@ struct UP1 {
 /// Twice the luma as the sum of two truncated parts, and `added`.
 template <int added>
 struct TwoPartLuma {
-    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) {
-        const WideSum redGreen = wideSum<{{9798, 19235, 0}}>(p);
+    template <class Pixels>
+    MOX_INLINE static Px<I16, 1> terms(const Pixels& p) {
+        const WideSum redGreen = wideSum<{{9798, 19235, 0}}>(wideSamples(p));
         const I16 twice =
-            narrowI16(shr<14>(redGreen.lo), shr<14>(redGreen.hi)) + mulHi(shl<2>(p.c[2]), splat<I16>(3736));
+            narrowI16(shr<14>(redGreen.lo), shr<14>(redGreen.hi)) + mulHi(scaled<2>(p, 2), splat<I16>(3736));
         return {{twice + splat<I16>(added)}};
     }
     MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return shr<1>(terms.c[0]); }
-    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>& sums) {
-        return scaledDifferences(colours.c[2], colours.c[0], shr<1>(sums.c[0]), 16121, 28737,
+    template <class Sums>
+    MOX_INLINE static Px<I16, 2> chroma(const Sums& colours, const Px<I16, 1>& sums) {
+        return scaledDifferences(scaled<0>(colours, 2), scaled<0>(colours, 0), shr<1>(sums.c[0]), 16121, 28737,
                                  [](I16 d, I16 scale) { return mulHi(d, scale); });
     }
 };
@@ -86,10 +94,14 @@ using UP5 = TwoPartLuma<1>;
 template <int pixels>
 struct RoundedLuma {
     static constexpr int extra = pixels == 4 ? 1 : 0;
-    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{RoundedTerms<y14, 7, 0, 0>{}(p)}}; }
+    template <class Pixels>
+    MOX_INLINE static Px<I16, 1> terms(const Pixels& p) {
+        return {{RoundedTerms<y14, 7, 0, 0>{}(p)}};
+    }
     MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return shr<6>(terms.c[0]); }
-    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>& sums) {
-        return scaledDifferences(shl<6 - extra>(colours.c[2]), shl<6 - extra>(colours.c[0]),
+    template <class Sums>
+    MOX_INLINE static Px<I16, 2> chroma(const Sums& colours, const Px<I16, 1>& sums) {
+        return scaledDifferences(scaled<6 - extra>(colours, 2), scaled<6 - extra>(colours, 0),
                                  as<I16>(shr<extra>(as<U16>(sums.c[0]))), 8061, 14369,
                                  [](I16 d, I16 scale) { return shr<6>(mulHiRound(d, scale)); });
     }
@@ -99,11 +111,15 @@ using UC1 = RoundedLuma<4>;
 
 /// Twice the luma as the sum of truncated terms.
 struct UC4 {
-    MOX_INLINE static Px<I16, 1> terms(const Px<I16, 3>& p) { return {{FlooredTerms<y15, 2, 0, 0>{}(p)}}; }
+    template <class Pixels>
+    MOX_INLINE static Px<I16, 1> terms(const Pixels& p) {
+        return {{FlooredTerms<y15, 2, 0, 0>{}(p)}};
+    }
     MOX_INLINE static I16 luma(const Px<I16, 1>& terms) { return shr<1>(terms.c[0]); }
-    MOX_INLINE static Px<I16, 2> chroma(const Px<I16, 3>& colours, const Px<I16, 1>& sums) {
-        return scaledDifferences(shr<1>(colours.c[2]), shr<1>(colours.c[0]), shr<2>(sums.c[0]), 16121, 28737,
-                                 [](I16 d, I16 scale) { return mulHi(d, scale); });
+    template <class Sums>
+    MOX_INLINE static Px<I16, 2> chroma(const Sums& colours, const Px<I16, 1>& sums) {
+        return scaledDifferences(shr<1>(scaled<0>(colours, 2)), shr<1>(scaled<0>(colours, 0)), shr<2>(sums.c[0]), 16121,
+                                 28737, [](I16 d, I16 scale) { return mulHi(d, scale); });
     }
 };
 
