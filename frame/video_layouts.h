@@ -187,10 +187,12 @@ template <class B>
 struct RowPair {
     B row[2];
 };
+template <class B>
+RowPair(B, B) -> RowPair<B>;
 
 template <class T, int N>
 MOX_INLINE auto withFourth(const RowPair<Block<T, 3, N>>& in, T value) {
-    return RowPair{{withFourth(in.row[0], value), withFourth(in.row[1], value)}};
+    return RowPair{withFourth(in.row[0], value), withFourth(in.row[1], value)};
 }
 
 /// Two rows of any layout at a time. The row pointers are those of the upper row, then those of the lower.
@@ -211,7 +213,7 @@ struct TwoRows {
     }
     template <int N>
     MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
-        return RowPair{{Layout::template load<N>(one(rows, 0), x), Layout::template load<N>(one(rows, 1), x)}};
+        return RowPair{Layout::template load<N>(one(rows, 0), x), Layout::template load<N>(one(rows, 1), x)};
     }
     template <int N, class B>
     MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<B>& pair) {

@@ -15,14 +15,14 @@ using YF1 = Exact<Matrix{
 }>;
 
 /// Terms rounded to 6 fractional bits.
-using YF2 = PerChannel<RoundedTerms<{{4211, 8258, 1606}}, 7, (16 << 6) + 32, 6>,
-                       RoundedTerms<{{-2425, -4768, 7193}}, 7, (128 << 6) + 2, 6>,
-                       RoundedTerms<{{7193, -6029, -1163}}, 7, (128 << 6) + 2, 6>>;
+using YF2 = PerChannel<RoundedTerms<MatrixRow{{4211, 8258, 1606}}, 7, (16 << 6) + 32, 6>,
+                       RoundedTerms<MatrixRow{{-2425, -4768, 7193}}, 7, (128 << 6) + 2, 6>,
+                       RoundedTerms<MatrixRow{{7193, -6029, -1163}}, 7, (128 << 6) + 2, 6>>;
 
 /// Terms truncated to 8 fractional bits in luma, whose sum takes 16 bits, and to 7 in chroma.
-using YF3 = PerChannel<TruncatedTerms<{{16843, 33030, 6423}}, 8, (16 << 8) + 128, 8>,
-                       FlooredTerms<{{-9699, -19071, 28770}}, 7, (128 << 7) + 64, 7>,
-                       FlooredTerms<{{28770, -24117, -4653}}, 7, (128 << 7) + 64, 7>>;
+using YF3 = PerChannel<TruncatedTerms<MatrixRow{{16843, 33030, 6423}}, 8, (16 << 8) + 128, 8>,
+                       FlooredTerms<MatrixRow{{-9699, -19071, 28770}}, 7, (128 << 7) + 64, 7>,
+                       FlooredTerms<MatrixRow{{28770, -24117, -4653}}, 7, (128 << 7) + 64, 7>>;
 
 // ---- to R, G, B -----------------------------------------------------------------------------------------------------
 

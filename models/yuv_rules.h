@@ -25,9 +25,9 @@ using UF1 = ScaledDifferences<half16, half16>;
 using UF2 = ScaledDifferences<0, half16 - 1>;
 
 /// Terms truncated to 8 fractional bits in luma, to 6 in chroma. White gives Y 254.
-using UF3 =
-    PerChannel<TruncatedTerms<{{19595, 38469, 7471}}, 8, 0, 8>, FlooredTerms<{{-4816, -9469, 14286}}, 7, 128 << 6, 6>,
-               FlooredTerms<{{20152, -16875, -3276}}, 7, 128 << 6, 6>>;
+using UF3 = PerChannel<TruncatedTerms<MatrixRow{{19595, 38469, 7471}}, 8, 0, 8>,
+                       FlooredTerms<MatrixRow{{-4816, -9469, 14286}}, 7, 128 << 6, 6>,
+                       FlooredTerms<MatrixRow{{20152, -16875, -3276}}, 7, 128 << 6, 6>>;
 
 /// Chroma weights of 15 fractional bits.
 using UF4 = Exact<Matrix{

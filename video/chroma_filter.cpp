@@ -227,7 +227,6 @@ bool isAligned(const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& 
 struct PairsWithNext {
     using Sample = Mox8u;
     static constexpr int planes = 6;  // two of luma, Cr, next Cr, Cb, next Cb
-    static constexpr bool keepsOld = false;
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < 2 ? n : n / 2; }
 
     template <int N>

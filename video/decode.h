@@ -30,7 +30,7 @@ struct OnCells {
         if constexpr (rows == 1)
             return out[0];
         else
-            return RowPair{{out[0], out[1]}};
+            return RowPair{out[0], out[1]};
     }
 
   private:

@@ -8,8 +8,8 @@ namespace {
 
 // ---- rules: weights of R, G, B --------------------------------------------------------------------------------------
 
-using VL1 = TruncatedTerms<{{5997, 20120, 2032}}, 8, 2112, 7>;
-using VL2 = FullPrecision<{{11993, 40239, 4063}}, 0x108000, 16>;
+using VL1 = TruncatedTerms<MatrixRow{{5997, 20120, 2032}}, 8, 2112, 7>;
+using VL2 = FullPrecision<MatrixRow{{11993, 40239, 4063}}, 0x108000, 16>;
 
 constexpr MatrixRow cbStudio = {{-6619, -22151, 28770}}, crStudio = {{28770, -26149, -2621}};
 using VC1 = Chroma<TruncatedTerms<cbStudio, 5, 16400, 7>, TruncatedTerms<crStudio, 5, 16400, 7>>;
@@ -24,8 +24,8 @@ struct Limited {
     }
 };
 
-using HL1 = Limited<TruncatedTerms<{{6980, 23429, 2359}}, 8, 64, 7>>;
-using HL2 = Limited<FullPrecision<{{13959, 46858, 4719}}, 0x8000, 16>>;
+using HL1 = Limited<TruncatedTerms<MatrixRow{{6980, 23429, 2359}}, 8, 64, 7>>;
+using HL2 = Limited<FullPrecision<MatrixRow{{13959, 46858, 4719}}, 0x8000, 16>>;
 
 constexpr MatrixRow cbFull = {{-7668, -25821, 33489}}, crFull = {{33489, -30409, -3080}};
 constexpr MatrixRow cbFull15 = {{-3834, -12911, 16744}}, crFull15 = {{16744, -15204, -1540}};

@@ -114,10 +114,10 @@ using FilteredFullPrecision = Filtered<YL1, Filter<WideTerm<cb16, 1>, WideTerm<c
                                        Filter<WideTerm<cr16, 1>, WideTerm<cr16, 2>, 0x807FFF, 16>>;
 
 // Of gamma-corrected samples; the weights are a little different.
-using FilteredGamma =
-    Filtered<FullPrecision<y15 * 2, 0x84000 * 2, 16>,
-             Filter<WideTerm<{{-2426, -4769, 7193}}, 0>, WideTerm<{{-1213, -2385, 3596}}, 0>, 0x403FFF, 15>,
-             Filter<WideTerm<{{7193, -6030, -1164}}, 0>, WideTerm<{{3596, -3015, -582}}, 0>, 0x403FFF, 15>>;
+using FilteredGamma = Filtered<
+    FullPrecision<y15 * 2, 0x84000 * 2, 16>,
+    Filter<WideTerm<MatrixRow{{-2426, -4769, 7193}}, 0>, WideTerm<MatrixRow{{-1213, -2385, 3596}}, 0>, 0x403FFF, 15>,
+    Filter<WideTerm<MatrixRow{{7193, -6030, -1164}}, 0>, WideTerm<MatrixRow{{3596, -3015, -582}}, 0>, 0x403FFF, 15>>;
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
 

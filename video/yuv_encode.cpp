@@ -29,7 +29,7 @@ struct Differences {
   private:
     template <int scale>
     MOX_INLINE static I16 chromaOf(I16 difference) {
-        return FullPrecision<{{scale, 0, 0}}, 0, shift>{}(Px<I16, 3>{{difference}}) + splat<I16>(128);
+        return FullPrecision<MatrixRow{{scale, 0, 0}}, 0, shift>{}(Px<I16, 3>{{difference}}) + splat<I16>(128);
     }
 };
 
@@ -75,7 +75,7 @@ template <int added>
 struct TwoPartLuma {
     template <class Pixels>
     MOX_INLINE static Px<I16, 1> terms(const Pixels& p) {
-        const WideSum redGreen = wideSum<{{9798, 19235, 0}}>(wideSamples(p));
+        const WideSum redGreen = wideSum<MatrixRow{{9798, 19235, 0}}>(wideSamples(p));
         const I16 twice =
             narrowI16(shr<14>(redGreen.lo), shr<14>(redGreen.hi)) + mulHi(scaled<2>(p, 2), splat<I16>(3736));
         return {{twice + splat<I16>(added)}};
