@@ -58,6 +58,38 @@ MOX_API MoxStatus moxiCFAToRGB_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, MoxiS
 MOX_API MoxStatus moxiCFAToRGB_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                          Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
 
+/**
+ * Reconstructs 8u B, G, R, A by a variable number of gradients.
+ *
+ * At each interior pixel eight directional gradients are measured in a window of 5 x 5. The directions whose gradient
+ * lies below a threshold, the smallest plus half the largest (at least plus 1), count: the differences between colours
+ * are averaged over them, with one single-precision division, converted in the caller's rounding mode, and added to
+ * the site's own sample. Results are clipped, then multiplied by their channel's gain in single precision, converted
+ * in the caller's rounding mode, and clipped again; the site's own colour gets its gain, too.
+ *
+ * The fourth sample of interior pixels keeps what the destination held. Pixels of the two outermost rows and columns
+ * of the source repeat the nearest interior pixel, with its fourth sample.
+ *
+ * The region must lie inside the source. One without a pixel in columns 2 to width - 3 and rows 2 to height - 3 is
+ * success without any work, as is an empty one. Steps are used as they are.
+ *
+ * @param src     sample (0, 0) of the whole source image
+ * @param srcRoi  region to convert, in source coordinates
+ * @param srcSize size of the whole source image, at least 5 x 5
+ * @param srcStep distance between source rows in bytes
+ * @param scale   gains of B, G and R, or null for gains of 1
+ * @param dst     first pixel of the region's result: four interleaved samples, B, G, R, A
+ * @param dstStep distance between destination rows in bytes
+ * @param grid    the Bayer pattern
+ * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize or moxStatusBadArg
+ */
+MOX_API MoxStatus moxiCFAToBGRA_VNG_8u_C1C4R_L(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
+                                               const Mox32f* scale, Mox8u* dst, int32_t dstStep, MoxBayerGrid grid);
+
+/** Reconstructs 16u B, G, R, A by a variable number of gradients: see moxiCFAToBGRA_VNG_8u_C1C4R_L(). */
+MOX_API MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
+                                                const Mox32f* scale, Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
+
 MOX_EXTERN_C_END
 
 #endif
