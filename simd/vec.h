@@ -335,6 +335,14 @@ template <class T>
 MOX_INLINE uint32_t topBits(Vec<T> v) {
     return uint32_t(MOX_MM(movemask_epi8)(as<I32>(v).r));
 }
+/// A mask of the bytes whose bit is set.
+MOX_INLINE U8 byteMask(uint32_t bits) {
+    const __m128i low = _mm_setr_epi8(0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1);
+    const U8 order = fromLanes<U8>(low, _mm_add_epi8(low, _mm_set1_epi8(2)));
+    const U8 bit = pattern(1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128);
+    const U8 spread = {MOX_MM(shuffle_epi8)(MOX_MM(set1_epi32)(int(bits)), order.r)};
+    return {MOX_MM(cmpeq_epi8)((spread & bit).r, bit.r)};
+}
 
 // ---- order of elements, within each lane ----------------------------------------------------------------------------
 

@@ -90,6 +90,40 @@ MOX_API MoxStatus moxiCFAToBGRA_VNG_8u_C1C4R_L(const Mox8u* src, MoxiRect srcRoi
 MOX_API MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                                 const Mox32f* scale, Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
 
+/**
+ * Reconstructs 8u R, G, B by adaptive homogeneity-directed interpolation.
+ *
+ * Every pixel is reconstructed along its row and along its column: green is the mean of the two neighbours on that line
+ * plus a quarter of the own colour's second difference, within the neighbours' range; red and blue are green plus the
+ * mean difference of colour and green around. In both reconstructions the neighbours are counted that are alike in BT.601
+ * luma and chroma, and the direction with more of them in the 3 x 3 neighbourhood wins. A pixel where both have as many
+ * follows the one on its left, and the row's direction at the left end of the region or of the image's interior, so that
+ * ties may fall differently in different regions. The image is continued by reflection on all sides.
+ *
+ * A negative origin of the region counts as 0 and does not shorten the region. One that overruns the source on the
+ * right or below is cut; one of which nothing is left is success without any work.
+ *
+ * @param src        sample (0, 0) of the whole source image
+ * @param srcRoi     region to convert, in source coordinates
+ * @param srcSize    size of the whole source image, at least 5 x 5
+ * @param srcStep    distance between source rows in bytes
+ * @param dst        first pixel of the region's result: three interleaved samples, R, G, B
+ * @param dstStep    distance between destination rows in bytes
+ * @param grid       the Bayer pattern
+ * @param buffer     scratch memory of 30 rows, bufferStep bytes apart, of any alignment; what it holds after the call
+ *                   means nothing. It must not overlap source or destination, and is not tested
+ * @param bufferStep at least (w + 8) samples in bytes, w being the larger of the region's width and 6; not tested
+ * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize or moxStatusBadArg
+ */
+MOX_API MoxStatus moxiDemosaicAHD_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
+                                           Mox8u* dst, int32_t dstStep, MoxBayerGrid grid, Mox8u* buffer,
+                                           int32_t bufferStep);
+
+/** Reconstructs 16u R, G, B by adaptive homogeneity-directed interpolation: see moxiDemosaicAHD_8u_C1C3R(). */
+MOX_API MoxStatus moxiDemosaicAHD_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
+                                            Mox16u* dst, int32_t dstStep, MoxBayerGrid grid, Mox8u* buffer,
+                                            int32_t bufferStep);
+
 MOX_EXTERN_C_END
 
 #endif
