@@ -5,6 +5,7 @@
 #include "models/cie.h"
 #include "models/pow_luv.h"
 #include "models/reciprocal.h"
+#include "models/samples.h"
 
 namespace q4 {
 namespace {
@@ -27,7 +28,6 @@ struct Factors {
 template <class T>
 struct Depth {
     static constexpr bool integer = true;
-    static constexpr int bias = std::is_signed_v<T> ? 32768 : 0;
     static constexpr float top = 65535;
     static constexpr Factors toSamples = {655.35f, 185.12712f, 250.13359f};
     static constexpr Factors fromSamples = {0.0015259022f, 0.0054016937f, 0.003997864f};
@@ -39,7 +39,6 @@ struct Depth {
 template <>
 struct Depth<Mox8u> {
     static constexpr bool integer = true;
-    static constexpr int bias = 0;
     static constexpr float top = 255;
     static constexpr Factors toSamples = {2.55f, 0.720339f, 0.97328246f};
     static constexpr Factors fromSamples = {0.39215687f, 1.3882353f, 1.027451f};
@@ -66,13 +65,10 @@ using Lane = std::conditional_t<Depth<T>::integer, I32, F32>;
 
 template <class T>
 MOX_INLINE Px<F32, 3> asReal(const Px<Lane<T>, 3>& samples) {
-    if constexpr (Depth<T>::integer) {
-        Px<F32, 3> real;
-        for (int i = 0; i < 3; ++i) real.c[i] = toF32(samples.c[i] + splat<I32>(Depth<T>::bias));
-        return real;
-    } else {
+    if constexpr (Depth<T>::integer)
+        return unbiased<T>(samples);
+    else
         return samples;
-    }
 }
 
 MOX_INLINE F32 operator*(float a, F32 b) { return splat<F32>(a) * b; }
@@ -154,7 +150,7 @@ struct RGBToLUV {
         const I32 k = is16<T> ? shr<9>(convert<columns.index>(Y)) : convert<columns.index>(Y * powLuvScale);
         return select(le(Y, splat<F32>(D::darkY)), y * darkSlope, cubeRoot(D::table, y, k, D::series) * 116 - 16);
     }
-    MOX_INLINE static I32 stored(I32 v) { return columns.saturates ? v - splat<I32>(D::bias) : lowBits<T>(v); }
+    MOX_INLINE static I32 stored(I32 v) { return columns.saturates ? v - splat<I32>(sampleBias<T>) : lowBits<T>(v); }
 };
 
 /// What sets the body columns of the backward kernels apart.
@@ -189,7 +185,7 @@ struct LUVToRGBBody {
 
         if constexpr (D::integer) {
             const auto stored = [](F32 x) {
-                return back == Back::scaledRgb ? nearest(x * D::top) : truncate(x) - splat<I32>(D::bias);
+                return back == Back::scaledRgb ? nearest(x * D::top) : truncate(x) - splat<I32>(sampleBias<T>);
             };
             return Px{stored(rgb.c[0]), stored(rgb.c[1]), stored(rgb.c[2])};
         } else {
@@ -237,13 +233,11 @@ struct LUVToRGBTail {
             const F32 r = is8u<T> ? (3.240479f * X + 0.5f) - 1.53715f * Y : (0.5f - 1.53715f * Y) + 3.240479f * X;
             const auto stored = [&](I32 x) {
                 const I32 clamped = min(max(x, zero<I32>()), splat<I32>(int(D::top)));
-                return andNot(as<I32>(black), clamped) - splat<I32>(D::bias);
+                return andNot(as<I32>(black), clamped) - splat<I32>(sampleBias<T>);
             };
             return Px{stored(truncate(r - 0.498535f * Z)), stored(truncate(g + 0.041556f * Z)), stored(blue(X, Y, Z))};
         } else {
-            const auto stored = [&](F32 x) {  // NaNs stay
-                return andNot(black, max(zero<F32>(), min(splat<F32>(1), x)));
-            };
+            const auto stored = [&](F32 x) { return andNot(black, clampUnit(x)); };
             return Px{stored((3.240479f * X - 1.53715f * Y) - 0.498535f * Z),
                       stored((1.875991f * Y - 0.969256f * X) + 0.041556f * Z),
                       stored((0.055648f * X - 0.204043f * Y) + 1.057311f * Z)};

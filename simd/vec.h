@@ -277,10 +277,18 @@ MOX_INLINE F64 gather(const double* table, U64 index) {
 #endif
 }
 
-/// The table's pairs that the indices name: their first and their second elements.
+/// The table's pairs that the indices name: their first and their second elements. The indices are not negative.
 MOX_INLINE void gatherPairs(const float* table, I32 index, F32& first, F32& second) {
-    const I32 at = {MOX_MM(slli_epi32)(index.r, 1)};
-    first = gather(table, at), second = gather(table + 1, at);
+    // By single loads, which on many processors are faster than gathers.
+    alignas(vectorBytes) uint32_t at[I32::count];
+    MOX_SI(store)(reinterpret_cast<RegI*>(at), index.r);
+    const auto two = [&](int i) {
+        const __m128 low = _mm_castsi128_ps(load64(table + 2 * size_t(at[i])));
+        return _mm_castps_si128(_mm_loadh_pi(low, reinterpret_cast<const __m64*>(table + 2 * size_t(at[i + 1]))));
+    };
+    const F32 a = fromLanes<F32>(two(0), two(4 * (lanes - 1))), b = fromLanes<F32>(two(2), two(4 * (lanes - 1) + 2));
+    first = {MOX_MM(shuffle_ps)(a.r, b.r, 0 | 2 << 2 | 0 << 4 | 2 << 6)};
+    second = {MOX_MM(shuffle_ps)(a.r, b.r, 1 | 3 << 2 | 1 << 4 | 3 << 6)};
 }
 
 // ---- bits -----------------------------------------------------------------------------------------------------------
