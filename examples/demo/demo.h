@@ -62,6 +62,7 @@ class Demo {
 
 std::string decibels(double psnr);
 
+void cieSection(Demo& demo);
 void gammaSection(Demo& demo);
 void graySection(Demo& demo);
 void hueSection(Demo& demo);
@@ -74,6 +75,7 @@ inline constexpr struct Section {
 } sections[] = {
     {"Gray", graySection},
     {"HLS and HSV", hueSection},
+    {"LUV and Lab", cieSection},
     {"Gamma", gammaSection},
     {"Chroma siting", sitingSection},
     {"Tone map", toneMapSection},
