@@ -172,7 +172,7 @@ void measure(const Row& row, MoxiSize size, const std::vector<LibraryFile>& file
     BestTimes best;
     benchmark::ClearRegisteredBenchmarks();
     for (const LibraryFile& file : files) {
-        if (void* symbol = dlsym(file.handle, row.name.c_str())) {
+        if (void* symbol = dlsym(file.handle, row.symbol.c_str())) {
             addContender(file.name, row.prepare(symbol, src, dst));
         } else {
             best.errors[file.name] = "not in this library file";

@@ -18,6 +18,7 @@
 //     with(args ...)       the arguments behind the size: alpha, coefficients, slice mode
 //     call(lambda)         the whole call, where with() does not do: called as lambda(function, src, dst)
 //     shape(src, dst)      the layouts, where the name does not tell them: interleaved<Mox8u>(3), planar<Mox8u>(3)
+//     also("mode")         a second row of a function: what sets it apart, behind the function's name
 //     range(low, high)     source samples; default: all of an integer type, 0 to 1 for floats
 //     CVTCOLOR(code)       peer: OpenCV's cvtColor with cv::COLOR_<code>, also on planar and semi-planar 4:2:0
 //     TRANSFORM(matrix)    peer: OpenCV's transform by a cv::Matx
@@ -119,7 +120,8 @@ struct Peer {
 };
 
 struct Row {
-    std::string name;
+    std::string symbol;  // the function
+    std::string name;    // what the table calls the row
     Layout src;
     Layout dst;
     std::function<Run(void* symbol, const Picture& src, const Picture& dst)> prepare;
@@ -160,6 +162,11 @@ struct Shape {
 };
 inline Shape shape(Layout src, Layout dst) { return {src, dst}; }
 
+struct Also {
+    const char* mode;
+};
+inline Also also(const char* mode) { return {mode}; }
+
 struct Range {
     double low, high;
 };
@@ -174,6 +181,11 @@ template <class Function>
 void apply(Row& row, Shape shape) {
     row.src = shape.src;
     row.dst = shape.dst;
+}
+
+template <class Function>
+void apply(Row& row, Also also) {
+    row.name += std::string(" ") + also.mode;
 }
 
 template <class Function>
@@ -206,7 +218,7 @@ constexpr bool isCall<Call<F>> = true;
 template <class Function, class... Options>
 Row row(const char* name, const Options&... options) {
     Row row;
-    row.name = name;
+    row.symbol = row.name = name;
     if constexpr (!(... || isCall<Options>)) apply<Function>(row, with());
     if constexpr (!(... || std::is_same_v<Options, Shape>)) std::tie(row.src, row.dst) = layoutsOf(name);
     (apply<Function>(row, options), ...);
