@@ -63,6 +63,7 @@ class Demo {
 std::string decibels(double psnr);
 
 void cieSection(Demo& demo);
+void ditherSection(Demo& demo);
 void gammaSection(Demo& demo);
 void graySection(Demo& demo);
 void hueSection(Demo& demo);
@@ -78,6 +79,7 @@ inline constexpr struct Section {
     {"LUV and Lab", cieSection},
     {"Gamma", gammaSection},
     {"Chroma siting", sitingSection},
+    {"Bit-depth reduction", ditherSection},
     {"Tone map", toneMapSection},
 };
 
