@@ -88,7 +88,8 @@ struct Diffusion {
     Levels levels;
     Threshold threshold;
     Filter filter;
-    /// Errors of the last row but one and of the last row of the wave before: width entries each.
+    /// Errors of the last row but one and of the last row of the wave before: width entries each, zeros at first. The
+    /// wave writes its own behind those it reads.
     Mox32f* above2;
     Mox32f* above;
 
@@ -105,7 +106,7 @@ struct Diffusion {
     };
 
     void wave(ptrdiff_t top) const {
-        Rows rowsOf;
+        Rows rowsOf = {};
         rowsOf.count = int(std::min<ptrdiff_t>(waveRows, rows - top));
         for (int r = 0; r < rowsOf.count; ++r) {
             rowsOf.src[r] = src.row(top + r) - r * lag * stride;
