@@ -13,7 +13,8 @@
 // run() calls the function several times for its speed, prints its line and tells whether there is a result to show: a
 // picture may be too small for a conversion. A function that works in place needs its input back before each call:
 // demo.run(CALL(...), [&] { image = original; }). show() writes demo-out/<picture>/<name>.png and adds a tile to the
-// contact sheet. image.h has what sections need besides: crop(), channel(), sideBySide(), psnr(), depth().
+// contact sheet. image.h has what sections need besides: crop(), channel(), sideBySide(), enlarged(), psnr(),
+// mostDifferent(), depth().
 #pragma once
 
 #include <filesystem>
@@ -64,6 +65,7 @@ std::string decibels(double psnr);
 
 void cieSection(Demo& demo);
 void ditherSection(Demo& demo);
+void demosaicSection(Demo& demo);
 void gammaSection(Demo& demo);
 void graySection(Demo& demo);
 void hueSection(Demo& demo);
@@ -80,6 +82,7 @@ inline constexpr struct Section {
     {"Gamma", gammaSection},
     {"Chroma siting", sitingSection},
     {"Bit-depth reduction", ditherSection},
+    {"Bayer reconstruction", demosaicSection},
     {"Tone map", toneMapSection},
 };
 

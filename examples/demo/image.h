@@ -118,4 +118,29 @@ double psnr(const Image<T>& a, const Image<T>& b) {
     return 10 * std::log10(peak * peak * double(a.samples().size()) / sum);
 }
 
+// The window, of a grid of them, in which two images differ most.
+template <class T>
+MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b, MoxiSize window) {
+    MoxiRect found = {0, 0, window.width, window.height};
+    double worst = std::numeric_limits<double>::infinity();
+    for (MoxiRect at = found; at.y + at.height <= a.height(); at.y += at.height) {
+        for (at.x = 0; at.x + at.width <= a.width(); at.x += at.width) {
+            const double here = psnr(crop(a, at), crop(b, at));
+            if (here < worst) worst = here, found = at;
+        }
+    }
+    return found;
+}
+
+// Every pixel as a square of times x times.
+template <class T>
+Image<T> enlarged(const Image<T>& image, int times) {
+    Image<T> result(image.width() * times, image.height() * times, image.channels());
+    for (int y = 0; y < result.height(); ++y) {
+        for (int x = 0; x < result.width(); ++x)
+            std::copy_n(image.at(x / times, y / times), image.channels(), result.at(x, y));
+    }
+    return result;
+}
+
 }  // namespace demo

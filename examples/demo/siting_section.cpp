@@ -20,28 +20,6 @@ struct Planar {
     Planar& operator=(const Planar&) = delete;
 };
 
-// The window of a grid in which two images differ most.
-MoxiRect mostDifferent(const Image8& a, const Image8& b, MoxiSize window) {
-    MoxiRect found = {0, 0, window.width, window.height};
-    double worst = std::numeric_limits<double>::infinity();
-    for (MoxiRect at = found; at.y + at.height <= a.height(); at.y += at.height) {
-        for (at.x = 0; at.x + at.width <= a.width(); at.x += at.width) {
-            const double here = psnr(crop(a, at), crop(b, at));
-            if (here < worst) worst = here, found = at;
-        }
-    }
-    return found;
-}
-
-Image8 enlarged(const Image8& image, int times) {
-    Image8 result(image.width() * times, image.height() * times, image.channels());
-    for (int y = 0; y < result.height(); ++y) {
-        for (int x = 0; x < result.width(); ++x)
-            std::copy_n(image.at(x / times, y / times), image.channels(), result.at(x, y));
-    }
-    return result;
-}
-
 }  // namespace
 
 // The picture with full chroma rows, through half of them, and back in three ways.
