@@ -1,0 +1,35 @@
+#include "bench/peers.h"
+#include "moxcc/ycbcr.h"
+#include "moxcc/yuv.h"
+
+namespace bench {
+
+const Table ycbcr{
+    ROW(moxiRGBToYCbCr_8u_C3R, CVTCOLOR(RGB2YCrCb)),
+    ROW(moxiRGBToYCbCr_8u_AC4R),
+    ROW(moxiRGBToYCbCr_8u_C3P3R, SWSCALE(RGB24, YUV444P)),
+    ROW(moxiRGBToYCbCr_8u_AC4P3R, SWSCALE(RGBA, YUV444P)),
+    ROW(moxiRGBToYCbCr_8u_P3R, SWSCALE(GBRP, YUV444P)),
+    ROW(moxiYCbCrToRGB_8u_C3R, CVTCOLOR(YCrCb2RGB)),
+    ROW(moxiYCbCrToRGB_8u_AC4R),
+    ROW(moxiYCbCrToRGB_8u_P3C3R, LIBYUV(I444ToRAW), SWSCALE(YUV444P, RGB24)),
+    ROW(moxiYCbCrToRGB_8u_P3C4R, with(255), LIBYUV(I444ToABGR), SWSCALE(YUV444P, RGBA)),
+    ROW(moxiYCbCrToRGB_8u_P3R, SWSCALE(YUV444P, GBRP)),
+    ROW(moxiYCbCrToBGR_8u_P3C3R, LIBYUV(I444ToRGB24), SWSCALE(YUV444P, BGR24)),
+    ROW(moxiYCbCrToBGR_8u_P3C4R, with(255), LIBYUV(I444ToARGB), SWSCALE(YUV444P, BGRA)),
+};
+
+const Table yuv{
+    ROW(moxiRGBToYUV_8u_C3R, CVTCOLOR(RGB2YUV)),
+    ROW(moxiRGBToYUV_8u_AC4R),
+    ROW(moxiRGBToYUV_8u_C3P3R, SWSCALE(RGB24, YUVJ444P)),
+    ROW(moxiRGBToYUV_8u_AC4P4R, SWSCALE(RGBA, YUVA444P)),
+    ROW(moxiRGBToYUV_8u_P3R, SWSCALE(GBRP, YUVJ444P)),
+    ROW(moxiYUVToRGB_8u_C3R, CVTCOLOR(YUV2RGB)),
+    ROW(moxiYUVToRGB_8u_AC4R),
+    ROW(moxiYUVToRGB_8u_C3C4R, with(255)),
+    ROW(moxiYUVToRGB_8u_P3C3R, SWSCALE(YUVJ444P, RGB24)),
+    ROW(moxiYUVToRGB_8u_P3R, SWSCALE(YUVJ444P, GBRP)),
+};
+
+}  // namespace bench
