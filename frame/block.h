@@ -135,10 +135,24 @@ struct On {
     }
 };
 
+// Blocks are made vector by vector: the compiler moves whole channels through memory, in pieces of another size.
+
 template <class T, int N>
 MOX_INLINE Block<T, 4, N> withFourth(const Block<T, 3, N>& in, T value) {
-    Block<T, 4, N> out = {{in.c[0], in.c[1], in.c[2], {}}};
-    for (Vec<T>& v : out.c[3].v) v = splat<Vec<T>>(value);
+    Block<T, 4, N> out;
+    for (int j = 0; j < out.c[0].vectors; ++j) {
+        for (int c = 0; c < 3; ++c) out.c[c].v[j] = in.c[c].v[j];
+        out.c[3].v[j] = splat<Vec<T>>(value);
+    }
+    return out;
+}
+
+/// Channels 0 and 2 exchanged.
+template <class T, int C, int N>
+MOX_INLINE Block<T, C, N> reversed(const Block<T, C, N>& in) {
+    Block<T, C, N> out;
+    for (int c = 0; c < C; ++c)
+        for (int j = 0; j < out.c[0].vectors; ++j) out.c[c].v[j] = in.c[c < 3 ? 2 - c : c].v[j];
     return out;
 }
 

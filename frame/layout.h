@@ -167,14 +167,11 @@ template <class Layout>
 struct Reversed : Layout {
     template <int N>
     MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
-        auto block = Layout::template load<N>(rows, x);
-        std::swap(block.c[0], block.c[2]);
-        return block;
+        return reversed(Layout::template load<N>(rows, x));
     }
     template <int N>
-    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, auto block) {
-        std::swap(block.c[0], block.c[2]);
-        Layout::template store<N>(rows, x, block);
+    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, const auto& block) {
+        Layout::template store<N>(rows, x, reversed(block));
     }
 };
 

@@ -25,12 +25,23 @@ struct YccBlock {
     U8 chroma[2];
 };
 
+/// The same for decoders, on 16-bit lanes: luma of the first and of the second eight pixels of each lane, and eight
+/// samples of each kind of chroma, one for two pixels.
+template <int rows>
+struct WideYccBlock {
+    I16 low[rows], high[rows];
+    I16 chroma[2];
+};
+
 // ---- chroma planes --------------------------------------------------------------------------------------------------
 
 /// The even and the odd bytes of each lane, in its low half.
 MOX_INLINE void splitPairs(U8 pairs, U8 (&chroma)[2]) {
     const U8 sorted = shuffle(pairs, pattern(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15));
     chroma[0] = sorted, chroma[1] = bytesDown<8>(sorted);
+}
+MOX_INLINE void splitPairs(U16 pairs, I16 (&chroma)[2]) {
+    chroma[0] = as<I16>(pairs & splat<U16>(0xFF)), chroma[1] = as<I16>(shr<8>(pairs));
 }
 MOX_INLINE U8 joinPairs(const U8 (&chroma)[2]) { return unpackLo<8>(chroma[0], chroma[1]); }
 
@@ -58,6 +69,18 @@ struct SeparateChroma {
     MOX_INLINE static void load(const uint8_t* const* rows, ptrdiff_t x, U8 (&chroma)[2]) {
         for (int i = 0; i < 2; ++i) chroma[i] = loadPart<cellWidth>(rows[i] + bytes(x));
     }
+    MOX_INLINE static void loadWide(const uint8_t* const* rows, ptrdiff_t x, I16 (&chroma)[2]) {
+        static_assert(cellWidth == 2 || cellWidth == 4);
+        for (int i = 0; i < 2; ++i) {
+            const uint8_t* p = rows[i] + bytes(x);
+            if constexpr (cellWidth == 2) {
+                chroma[i] = as<I16>(loadWidened(p));
+            } else {
+                const U8 v = loadPart<cellWidth>(p);
+                chroma[i] = as<I16>(widenLo(unpackLo<8>(v, v)));
+            }
+        }
+    }
     MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
         for (int i = 0; i < 2; ++i) storePart<cellWidth>(rows[i] + bytes(x), chroma[i]);
     }
@@ -72,6 +95,10 @@ struct PairedChroma {
 
     MOX_INLINE static void load(const uint8_t* const* rows, ptrdiff_t x, U8 (&chroma)[2]) {
         splitPairs(loadPart<cellWidth / 2>(rows[0] + bytes(x)), chroma);
+    }
+    MOX_INLINE static void loadWide(const uint8_t* const* rows, ptrdiff_t x, I16 (&chroma)[2]) {
+        static_assert(cellWidth == 2);
+        splitPairs(q4::load<U16>(rows[0] + bytes(x)), chroma);
     }
     MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
         storePart<cellWidth / 2>(rows[0] + bytes(x), joinPairs(chroma));
@@ -95,6 +122,17 @@ struct LumaPlane {
         BlockType block;
         for (int i = 0; i < lumaRows; ++i) block.y[i] = q4::load<U8>(rows.p[i] + x);
         Chroma::load(rows.p + lumaRows, x, block.chroma);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static WideYccBlock<lumaRows> loadWide(const SrcRows<planes>& rows, ptrdiff_t x) {
+        static_assert(N == lumaPixels);
+        WideYccBlock<lumaRows> block;
+        for (int i = 0; i < lumaRows; ++i) {
+            const U8 y = q4::load<U8>(rows.p[i] + x);
+            block.low[i] = as<I16>(widenLo(y)), block.high[i] = as<I16>(widenHi(y));
+        }
+        Chroma::loadWide(rows.p + lumaRows, x, block.chroma);
         return block;
     }
     template <int N>
@@ -125,14 +163,16 @@ struct Packed422 {
 
     template <int N>
     MOX_INLINE static BlockType load(const SrcRows<1>& rows, ptrdiff_t x) {
-        static_assert(N == lumaPixels);
-        const uint8_t* p = rows.p[0] + 2 * x;
-        const U16 a = q4::load<U16, 32>(p), b = q4::load<U16, 32>(p + 16);
-        const U16 lowByte = splat<U16>(0xFF);
-        const U8 first = narrowU8(as<I16>(a & lowByte), as<I16>(b & lowByte));
-        const U8 second = narrowU8(as<I16>(shr<8>(a)), as<I16>(shr<8>(b)));
-        BlockType block = {{order == Order::lumaFirst ? first : second}, {}};
-        splitPairs(order == Order::lumaFirst ? second : first, block.chroma);
+        const Halves in = halves<N>(rows, x);
+        BlockType block = {{narrowU8(in.luma[0], in.luma[1])}, {}};
+        splitPairs(narrowU8(in.chroma[0], in.chroma[1]), block.chroma);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static WideYccBlock<1> loadWide(const SrcRows<1>& rows, ptrdiff_t x) {
+        const Halves in = halves<N>(rows, x);
+        WideYccBlock<1> block = {{in.luma[0]}, {in.luma[1]}, {}};
+        splitPairs(as<U16>(narrowU8(in.chroma[0], in.chroma[1])), block.chroma);
         return block;
     }
     template <int N>
@@ -158,6 +198,25 @@ struct Packed422 {
         cell.bytes[first + 2] = pairBefore ? p[first - 2] : p[first];
         return cell;
     }
+
+  private:
+    /// Luma, and chroma of both kinds in turn, of the first and of the second half of each lane's pixels.
+    struct Halves {
+        I16 luma[2], chroma[2];
+    };
+    template <int N>
+    MOX_INLINE static Halves halves(const SrcRows<1>& rows, ptrdiff_t x) {
+        static_assert(N == lumaPixels);
+        const uint8_t* p = rows.p[0] + 2 * x;
+        Halves result;
+        for (int i = 0; i < 2; ++i) {
+            const U16 pairs = q4::load<U16, 32>(p + 16 * i);
+            const I16 first = as<I16>(pairs & splat<U16>(0xFF)), second = as<I16>(shr<8>(pairs));
+            result.luma[i] = order == Order::lumaFirst ? first : second;
+            result.chroma[i] = order == Order::lumaFirst ? second : first;
+        }
+        return result;
+    }
 };
 
 using YCbCr422 = Packed422<Order::lumaFirst>;
@@ -169,6 +228,12 @@ struct Crossed : Layout {
     template <int N>
     MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
         auto block = Layout::template load<N>(rows, x);
+        std::swap(block.chroma[0], block.chroma[1]);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static auto loadWide(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+        auto block = Layout::template loadWide<N>(rows, x);
         std::swap(block.chroma[0], block.chroma[1]);
         return block;
     }

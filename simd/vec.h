@@ -211,6 +211,14 @@ MOX_INLINE V loadQuarter(const void* p) {
     else
         return fromLanes<V>(load32(p), load32(static_cast<const uint8_t*>(p) + laneBytes));
 }
+/// Consecutive bytes, widened.
+MOX_INLINE U16 loadWidened(const void* p) {
+#if defined(__AVX2__)
+    return {_mm256_cvtepu8_epi16(load128(p))};
+#else
+    return {_mm_cvtepu8_epi16(load64(p))};
+#endif
+}
 /// 16 bytes a lane.
 template <int laneBytes = 16, class T>
 MOX_INLINE void store(void* p, Vec<T> v) {

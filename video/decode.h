@@ -14,30 +14,35 @@ namespace q4 {
 /// A rule of fixed_point.h on the pixels of cells: what depends on chroma alone is worked out once for each cell.
 template <class Rule>
 struct OnCells {
-    template <class D, int rows, int cellWidth>
-    MOX_INLINE auto apply(const YccBlock<rows, cellWidth>& in) const {
-        const auto terms = Rule{}.chroma({{perPair<cellWidth>(in.chroma[0]), perPair<cellWidth>(in.chroma[1])}});
-        auto low = terms, high = terms;  // of the first and the second eight pixels of each lane
+    template <class D, int rows>
+    MOX_INLINE auto apply(const WideYccBlock<rows>& in) const {
+        const auto terms = Rule{}.chroma({{in.chroma[0], in.chroma[1]}});
+        auto low = terms, high = terms;
         for (I16& v : low.c) v = unpackLo<16>(v, v);
         for (I16& v : high.c) v = unpackHi<16>(v, v);
 
-        Block<uint8_t, 3, lumaPixels> out[rows];
+        RowsOfBlocks<rows> out;
         for (int i = 0; i < rows; ++i) {
-            const Px<I16, 3> a = Rule{}.pixel(as<I16>(widenLo(in.y[i])), low);
-            const Px<I16, 3> b = Rule{}.pixel(as<I16>(widenHi(in.y[i])), high);
-            for (int c = 0; c < 3; ++c) out[i].c[c].v[0] = narrowU8(a.c[c], b.c[c]);
+            const Px<I16, 3> a = Rule{}.pixel(in.low[i], low), b = Rule{}.pixel(in.high[i], high);
+            for (int c = 0; c < 3; ++c) rowOf(out, i).c[c].v[0] = narrowU8(a.c[c], b.c[c]);
         }
-        if constexpr (rows == 1)
-            return out[0];
-        else
-            return RowPair{out[0], out[1]};
+        return out;
     }
 
   private:
-    /// Eight chroma samples of each lane, one for two pixels.
-    template <int cellWidth>
-    MOX_INLINE static I16 perPair(U8 chroma) {
-        return as<I16>(widenLo(cellWidth == 4 ? unpackLo<8>(chroma, chroma) : chroma));
+    using OneRow = Block<uint8_t, 3, lumaPixels>;
+    template <int rows>
+    using RowsOfBlocks = std::conditional_t<rows == 1, OneRow, RowPair<OneRow>>;
+    MOX_INLINE static OneRow& rowOf(OneRow& block, int) { return block; }
+    MOX_INLINE static OneRow& rowOf(RowPair<OneRow>& pair, int i) { return pair.row[i]; }
+};
+
+/// A layout read as decoders want it.
+template <class Layout>
+struct Wide : Layout {
+    template <int N>
+    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+        return Layout::template loadWide<N>(rows, x);
     }
 };
 
@@ -47,7 +52,7 @@ struct OnCells {
 /// rest. A destination of four channels gets aval in the fourth.
 template <class Src_, class Dst_, int group, class Below, class Above = Below>
 struct Decode {
-    using Src = Src_;
+    using Src = Wide<Src_>;
     using Dst = Dst_;
     Mox8u aval = 0;
 

@@ -40,11 +40,11 @@ using innerYCrCb420ToRGB_8u_P2R = Decode<YCrCbSemiPlanar420, TwoRows<Dst>, 1, YI
 /// Columns that no whole group of four covers take the chroma of the last whole group.
 template <class Dst_>
 struct myYCbCr411ToBGR_8u_P3R : Decode<Planar411, Dst_, 4, YI4> {
-    using Src = Planar411;
+    using Src = Wide<Planar411>;
     using Dst = Dst_;
     MOX_INLINE void row(const SrcRows<3>& src, const DstRows<1>& dst, ptrdiff_t width) const {
         const ptrdiff_t whole = width & -4, rest = width - whole;
-        Decode<Src, Dst, 4, YI4>::row(src, dst, whole);
+        Decode<Planar411, Dst, 4, YI4>::row(src, dst, whole);
         const SrcRows<3> from = {{src.p[0] + whole, src.p[1] + whole / 4 - 1, src.p[2] + whole / 4 - 1}};
         const auto to = fromColumn<Dst>(dst, whole);
         if (rest == 3)
