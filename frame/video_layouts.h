@@ -25,11 +25,11 @@ struct YccBlock {
     U8 chroma[2];
 };
 
-/// The same for decoders, on 16-bit lanes: luma of the first and of the second eight pixels of each lane, and eight
-/// samples of each kind of chroma, one for two pixels.
+/// The same for decoders, on 16-bit lanes: luma of the even and of the odd columns, and the chroma that an even column
+/// shares with the odd one behind it.
 template <int rows>
 struct WideYccBlock {
-    I16 low[rows], high[rows];
+    I16 even[rows], odd[rows];
     I16 chroma[2];
 };
 
@@ -40,8 +40,8 @@ MOX_INLINE void splitPairs(U8 pairs, U8 (&chroma)[2]) {
     const U8 sorted = shuffle(pairs, pattern(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15));
     chroma[0] = sorted, chroma[1] = bytesDown<8>(sorted);
 }
-MOX_INLINE void splitPairs(U16 pairs, I16 (&chroma)[2]) {
-    chroma[0] = as<I16>(pairs & splat<U16>(0xFF)), chroma[1] = as<I16>(shr<8>(pairs));
+MOX_INLINE void splitPairs(U8 pairs, I16& even, I16& odd) {
+    even = as<I16>(as<U16>(pairs) & splat<U16>(0xFF)), odd = as<I16>(shr<8>(as<U16>(pairs)));
 }
 MOX_INLINE U8 joinPairs(const U8 (&chroma)[2]) { return unpackLo<8>(chroma[0], chroma[1]); }
 
@@ -98,7 +98,7 @@ struct PairedChroma {
     }
     MOX_INLINE static void loadWide(const uint8_t* const* rows, ptrdiff_t x, I16 (&chroma)[2]) {
         static_assert(cellWidth == 2);
-        splitPairs(q4::load<U16>(rows[0] + bytes(x)), chroma);
+        splitPairs(q4::load<U8>(rows[0] + bytes(x)), chroma[0], chroma[1]);
     }
     MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
         storePart<cellWidth / 2>(rows[0] + bytes(x), joinPairs(chroma));
@@ -128,10 +128,7 @@ struct LumaPlane {
     MOX_INLINE static WideYccBlock<lumaRows> loadWide(const SrcRows<planes>& rows, ptrdiff_t x) {
         static_assert(N == lumaPixels);
         WideYccBlock<lumaRows> block;
-        for (int i = 0; i < lumaRows; ++i) {
-            const U8 y = q4::load<U8>(rows.p[i] + x);
-            block.low[i] = as<I16>(widenLo(y)), block.high[i] = as<I16>(widenHi(y));
-        }
+        for (int i = 0; i < lumaRows; ++i) splitPairs(q4::load<U8>(rows.p[i] + x), block.even[i], block.odd[i]);
         Chroma::loadWide(rows.p + lumaRows, x, block.chroma);
         return block;
     }
@@ -146,7 +143,6 @@ struct LumaPlane {
 using Planar422 = LumaPlane<1, SeparateChroma<2>>;
 using Planar420 = LumaPlane<2, SeparateChroma<2>>;
 using Planar411 = LumaPlane<1, SeparateChroma<4>>;
-using SemiPlanar422 = LumaPlane<1, PairedChroma<2>>;
 using SemiPlanar420 = LumaPlane<2, PairedChroma<2>>;
 using SemiPlanar411 = LumaPlane<1, PairedChroma<4>>;
 
@@ -171,8 +167,9 @@ struct Packed422 {
     template <int N>
     MOX_INLINE static WideYccBlock<1> loadWide(const SrcRows<1>& rows, ptrdiff_t x) {
         const Halves in = halves<N>(rows, x);
-        WideYccBlock<1> block = {{in.luma[0]}, {in.luma[1]}, {}};
-        splitPairs(as<U16>(narrowU8(in.chroma[0], in.chroma[1])), block.chroma);
+        WideYccBlock<1> block;
+        splitPairs(narrowU8(in.luma[0], in.luma[1]), block.even[0], block.odd[0]);
+        splitPairs(narrowU8(in.chroma[0], in.chroma[1]), block.chroma[0], block.chroma[1]);
         return block;
     }
     template <int N>
@@ -343,12 +340,6 @@ template <class T>
 MOX_INLINE Image<ByteOf<T>, 3> cells420(T* y, ptrdiff_t yStep, T* chroma, ptrdiff_t chromaStep) {
     return join(rowPairs(image(y, yStep)), image(chroma, chromaStep));
 }
-/// Semi-planar 4:2:2 or 4:1:1.
-template <class T>
-MOX_INLINE Image<ByteOf<T>, 2> semiPlanar(T* y, ptrdiff_t yStep, T* chroma, ptrdiff_t chromaStep) {
-    return join(image(y, yStep), image(chroma, chromaStep));
-}
-
 /// The size in whole cells of the given width and height, as eachRow takes it: columns of pixels, rows of cells.
 inline constexpr MoxiSize wholeCells(MoxiSize size, int cellWidth, int cellHeight) {
     return {size.width & -cellWidth, size.height / cellHeight};

@@ -17,14 +17,11 @@ struct OnCells {
     template <class D, int rows>
     MOX_INLINE auto apply(const WideYccBlock<rows>& in) const {
         const auto terms = Rule{}.chroma({{in.chroma[0], in.chroma[1]}});
-        auto low = terms, high = terms;
-        for (I16& v : low.c) v = unpackLo<16>(v, v);
-        for (I16& v : high.c) v = unpackHi<16>(v, v);
-
+        const U8 columns = pattern(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15);
         RowsOfBlocks<rows> out;
         for (int i = 0; i < rows; ++i) {
-            const Px<I16, 3> a = Rule{}.pixel(in.low[i], low), b = Rule{}.pixel(in.high[i], high);
-            for (int c = 0; c < 3; ++c) rowOf(out, i).c[c].v[0] = narrowU8(a.c[c], b.c[c]);
+            const Px<I16, 3> even = Rule{}.pixel(in.even[i], terms), odd = Rule{}.pixel(in.odd[i], terms);
+            for (int c = 0; c < 3; ++c) rowOf(out, i).c[c].v[0] = shuffle(narrowU8(even.c[c], odd.c[c]), columns);
         }
         return out;
     }
