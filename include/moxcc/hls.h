@@ -14,8 +14,9 @@
  * 65535 (16u), -32768 to 32767 (16s), 0 to 1 (32f).
  *
  * All forms compute in single precision and in the caller's rounding mode. The columns of vector groups and the last
- * columns of a row follow recipes of their own, which can differ by 1 in an integer sample. Vector columns of 8u use
- * the processor's approximate reciprocal, so that results may differ between makes of processor.
+ * columns of a row follow recipes of their own, which can differ by 1 in an integer sample. Integer forms to HLS, and
+ * some columns of moxiHLSToRGB_8u_C3R, use the processor's approximate reciprocal, refined or as it is, so that results
+ * may differ between makes of processor.
  *
  * All functions here: no pointer may be null, planes included (moxStatusNullPtr); width and height must be at least 1
  * (moxStatusBadSize). Steps are bytes. Between RGB and HLS they are not tested, zero and negative ones included, and
