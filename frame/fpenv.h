@@ -6,22 +6,29 @@
 
 namespace q4 {
 
-/// Rounding to nearest, whatever the caller's mode; the caller's word is restored as it was.
-class RoundToNearest {
+/// Control bits of the vector unit cleared for the length of a scope; the caller's word is restored as it was.
+template <uint32_t bits>
+class WithoutControls {
   public:
-    RoundToNearest() : saved_(readMxcsr()) {
-        if (changed()) writeMxcsr(saved_ & ~mxcsrRoundMask);
+    WithoutControls() : saved_(readMxcsr()) {
+        if (changed()) writeMxcsr(saved_ & ~bits);
     }
-    ~RoundToNearest() {
+    ~WithoutControls() {
         if (changed()) writeMxcsr(saved_);
     }
-    RoundToNearest(const RoundToNearest&) = delete;
-    RoundToNearest& operator=(const RoundToNearest&) = delete;
+    WithoutControls(const WithoutControls&) = delete;
+    WithoutControls& operator=(const WithoutControls&) = delete;
 
   private:
-    bool changed() const { return saved_ & mxcsrRoundMask; }
+    bool changed() const { return saved_ & bits; }
     uint32_t saved_;
 };
+
+/// Rounding to nearest, whatever the caller's mode.
+using RoundToNearest = WithoutControls<mxcsrRoundMask>;
+
+/// Rounding to nearest, denormals taken and given as they are.
+using PlainArithmetic = WithoutControls<mxcsrRoundMask | mxcsrFlushToZero | mxcsrDenormalsAreZero>;
 
 /// The usual environment, whatever the caller's: rounding to nearest, denormals taken and given as they are, and no
 /// exception that traps. The caller's control words are restored as they were; where the vector unit's needed no change

@@ -185,7 +185,7 @@ void ownReduceBits_diffused(const S* src, int32_t srcStep, D* dst, int32_t dstSt
                              Mox32f(50 + request.noise) * levels.step / 100));
 }
 
-/// All that is done in floating point, which rounds to nearest.
+/// All that is done in floating point, which rounds to nearest and keeps denormals.
 template <class Src, class Dst, class S, class D>
 [[gnu::noinline]] void reduce(const S* src, int32_t srcStep, D* dst, int32_t dstStep, const Request& request) {
     constexpr ptrdiff_t stride = Src::bytes(0, 1) / ptrdiff_t(sizeof(S));
@@ -211,7 +211,7 @@ MoxStatus reduceBits(const S* src, int32_t srcStep, D* dst, int32_t dstStep, con
             require([&] { return r.type >= moxDitherNone && r.type <= moxDitherBayer; }, moxStatusBadDitherType),
             require([&] { return r.buffer || !usesBuffer(); }, moxStatusNullPtr)))
         return s;
-    const RoundToNearest scope;
+    const PlainArithmetic scope;
     reduce<Form<S>, Form<D>>(src, srcStep, dst, dstStep, r);
     return moxStatusOk;
 }

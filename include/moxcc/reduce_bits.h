@@ -32,7 +32,8 @@
  * Noise, a percentage, jitters the thresholds of every method but plain rounding by up to so many hundredths of a level
  * step. It comes from a generator that starts anew in each call: the result of a call depends on its arguments only.
  *
- * All arithmetic is in single precision, each operation rounded to nearest whatever the rounding mode of the caller.
+ * All arithmetic is in single precision, each operation rounded to nearest, denormals included, whatever the rounding
+ * mode, flush-to-zero and denormals-are-zero of the caller.
  */
 #ifndef MOXCC_REDUCE_BITS_H
 #define MOXCC_REDUCE_BITS_H
