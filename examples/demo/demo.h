@@ -71,6 +71,7 @@ void graySection(Demo& demo);
 void hueSection(Demo& demo);
 void sitingSection(Demo& demo);
 void toneMapSection(Demo& demo);
+void videoSection(Demo& demo);
 
 inline constexpr struct Section {
     const char* title;
@@ -80,6 +81,7 @@ inline constexpr struct Section {
     {"HLS and HSV", hueSection},
     {"LUV and Lab", cieSection},
     {"Gamma", gammaSection},
+    {"YUV, YCbCr and video", videoSection},
     {"Chroma siting", sitingSection},
     {"Bit-depth reduction", ditherSection},
     {"Bayer reconstruction", demosaicSection},

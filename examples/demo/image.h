@@ -90,6 +90,14 @@ Image<T> channel(const Image<T>& image, int index) {
     return result;
 }
 
+// The channels in reverse order: RGB from BGR and back.
+template <class T>
+Image<T> reversed(Image<T> image) {
+    for (auto pixel = image.samples().begin(); pixel != image.samples().end(); pixel += image.channels())
+        std::reverse(pixel, pixel + image.channels());
+    return image;
+}
+
 // Images of equal height side by side.
 template <class T>
 Image<T> sideBySide(const std::vector<Image<T>>& images) {

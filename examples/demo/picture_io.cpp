@@ -6,11 +6,10 @@
 #include <limits>
 
 #include "png_io.h"
+#include "video_io.h"
 
 namespace demo {
 namespace {
-
-using Bytes = std::vector<unsigned char>;
 
 Bytes readFile(const std::filesystem::path& path) {
     if (!std::filesystem::exists(path)) throw Error("no such file");
@@ -137,11 +136,14 @@ Source readPng(const Bytes& bytes) {
     return png.image16.empty() ? Source(toRgb(std::move(png.image8))) : Source(toRgb(std::move(png.image16)));
 }
 
+Source readVideo(const Bytes& bytes) { return Source(readY4m(bytes)); }
+
 constexpr struct Format {
     std::string_view magic;
     Source (*read)(const Bytes&);
 } formats[] = {
     {"\x89PNG\r\n\x1a\n", readPng}, {"P5", readPnm}, {"P6", readPnm}, {"PF", readPfm}, {"Pf", readPfm},
+    {"YUV4MPEG2", readVideo},
 };
 
 constexpr float kGamma = 2.2f;
@@ -188,7 +190,8 @@ Source readPicture(const std::filesystem::path& path) {
             return format.read(bytes);
         }
     }
-    throw Error("not a picture that this program reads (PNG, PNM P5 or P6, PFM)");
+    if (isRawVideo(path)) return Source(readRawVideo(path, bytes));
+    throw Error("not a picture that this program reads (PNG, PNM P5 or P6, PFM, Y4M, raw video)");
 }
 
 }  // namespace demo

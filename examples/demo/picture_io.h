@@ -39,7 +39,7 @@ class Source {
     mutable ImageF linear_;
 };
 
-// PNG of any kind, PNM (P5, P6; 8 and 16 bits), PFM. Throws Error.
+// PNG of any kind, PNM (P5, P6; 8 and 16 bits), PFM, the first frame of video (video_io.h). Throws Error.
 Source readPicture(const std::filesystem::path& path);
 
 // A scene with everything that shows what a conversion does: hues, fine detail, text, skin tones, and a sun far

@@ -14,6 +14,7 @@
 #include "moxcc/lab.h"
 #include "moxcc/luv.h"
 #include "moxcc/rec709_decode.h"
+#include "moxcc/rec709_encode.h"
 #include "moxcc/reduce_bits.h"
 #include "moxcc/sampling.h"
 #include "moxcc/tonemap.h"
