@@ -124,7 +124,7 @@ class AhdTile {
     using V = Wide<T>;
     static constexpr int N = pixelsPerVector<T>;
     static constexpr int margin = 6;  // even, as all first columns of stages, so that sites keep their phase
-    static constexpr int blocks = 8;
+    static constexpr int blocks = 12;
     static constexpr int rowColumns = N * (blocks + 2);
 
     enum Direction { horizontal, vertical };

@@ -14,12 +14,9 @@ MOX_INLINE V mean4(V a, V b, V c, V d) {
     return avg(ab, cd) - (((a ^ b) | (c ^ d)) & (ab ^ cd) & splat<V>(1));
 }
 
-/// A vector of pixels of one row. Along the row sites of the row's own colour, red or blue, alternate with green ones.
-template <class T>
-struct RowPixels {
-    Vec<T> rowColour, green, columnColour;
-};
-
+/// A vector of pixels of a row along which sites of the row's own colour, red or blue, alternate with green ones. The
+/// channels are the row's colour, green, and the other colour.
+///
 /// rows: five source rows around the one to make, column x of each where the pointer points at. greenSites: a mask of
 /// the green sites. gradients: a mask of the columns where the direction of least change decides upon green; elsewhere
 /// all four neighbours count, as they do where both directions change alike.
@@ -27,7 +24,7 @@ struct RowPixels {
 /// The reflected image makes this the rule for the outermost rows and columns, too: means over an absent neighbour and
 /// its reflection count the existing one twice.
 template <class T>
-MOX_INLINE RowPixels<T> bilinear(const T* const (&rows)[5], Vec<T> greenSites, Vec<T> gradients) {
+MOX_INLINE Block<T, 3, pixelsPerVector<T>> bilinear(const T* const (&rows)[5], Vec<T> greenSites, Vec<T> gradients) {
     using V = Vec<T>;
     const auto p = [&](int dx, int dy) { return load<V>(rows[2 + dy] + dx); };
     const V here = p(0, 0), left = p(-1, 0), right = p(1, 0), above = p(0, -1), below = p(0, 1);
@@ -39,8 +36,11 @@ MOX_INLINE RowPixels<T> bilinear(const T* const (&rows)[5], Vec<T> greenSites, V
     const V most = max(gv, gh);
     const V green = select(eq(gv, most), select(eq(gh, most), cross, horizontal), vertical);
 
-    return {select(greenSites, horizontal, here), select(greenSites, here, green),
-            select(greenSites, vertical, diagonal)};
+    Block<T, 3, pixelsPerVector<T>> px;
+    px.c[0].v[0] = select(greenSites, horizontal, here);
+    px.c[1].v[0] = select(greenSites, here, green);
+    px.c[2].v[0] = select(greenSites, vertical, diagonal);
+    return px;
 }
 
 // ---- tiles ----------------------------------------------------------------------------------------------------------
@@ -86,8 +86,7 @@ struct BilinearTile {
         const T* rows[5];
         for (int dy = -2; dy <= 2; ++dy) rows[2 + dy] = source[y + dy].sample + reach;
         for (ptrdiff_t x = 0; x < width; x += N) {
-            const RowPixels<T> px = bilinear<T>(rows, greenSites, load<Vec<T>>(gradients.sample + x));
-            storeFirst<Dst, N>(to, x, width - x, Block<T, 3, N>{{px.rowColour, px.green, px.columnColour}});
+            storeFirst<Dst, N>(to, x, width - x, bilinear<T>(rows, greenSites, load<Vec<T>>(gradients.sample + x)));
             for (const T*& r : rows) r += N;
         }
     }

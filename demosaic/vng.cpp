@@ -94,7 +94,7 @@ struct GreenSite {
 template <class V>
 struct Differences {
     V sum[2];  // of the directions that count
-    V halves;  // twice their number
+    V count;   // of those directions
 };
 
 template <class Site, class P>
@@ -111,7 +111,7 @@ MOX_INLINE auto differences(P p) {
             const V counts = gt(limit, gradient);
             const bool swap = Site::turnsSwap && quarters % 2 == 1;
             for (int i = 0; i < 2; ++i) result.sum[i] = result.sum[i] + (difference.c[swap ? 1 - i : i] & counts);
-            result.halves = result.halves - twice(counts);
+            result.count = result.count - counts;
         };
         (add(gradients[q], q, Site::north(turned<q>(p))), ...);
         (add(gradients[4 + q], q, Site::northEast(turned<q>(p))), ...);
@@ -159,7 +159,7 @@ MOX_INLINE Px<Wide<T>, 3> reconstruct(P p) {
     const V own = p(0, 0);
     const Differences<V> d = differences<Site>(p);
     const auto lacking = [&](V sum) {
-        return clipped<T>(own + onI32([](I32 s, I32 n) { return nearest(toF32(s) / toF32(n)); }, sum, d.halves));
+        return clipped<T>(own + onI32([](I32 s, I32 n) { return nearest(toF32(s) / toF32(n)); }, sum, twice(d.count)));
     };
     return {{own, lacking(d.sum[0]), lacking(d.sum[1])}};
 }

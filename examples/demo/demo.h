@@ -64,8 +64,8 @@ class Demo {
 std::string decibels(double psnr);
 
 void cieSection(Demo& demo);
-void ditherSection(Demo& demo);
 void demosaicSection(Demo& demo);
+void ditherSection(Demo& demo);
 void gammaSection(Demo& demo);
 void graySection(Demo& demo);
 void hueSection(Demo& demo);
