@@ -8,7 +8,7 @@
  *     Cb = 128 - 0.101 R - 0.338 G + 0.439 B
  *     Cr = 128 + 0.439 R - 0.399 G - 0.040 B
  *
- * 709HDTV is full range about 128, with every sample limited to 1 to 254:
+ * 709HDTV is full range, chroma about 128, with every sample limited to 1 to 254:
  *
  *     Y  =       0.213 R + 0.715 G + 0.072 B
  *     Cb = 128 - 0.117 R - 0.394 G + 0.511 B
@@ -27,6 +27,9 @@
  *
  * Pixels of no whole cell are neither read nor written, unless the function says otherwise. Steps are bytes and are not
  * tested; zero and negative ones are fine. Nothing is written when the status is negative.
+ *
+ * No pointer, nor a pointer in a plane array, may be null (moxStatusNullPtr); pointers are tested before the size.
+ * Arrays of steps must not be null, and are not tested.
  */
 #ifndef MOXCC_REC709_ENCODE_H
 #define MOXCC_REC709_ENCODE_H

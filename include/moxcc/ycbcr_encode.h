@@ -21,6 +21,9 @@
  *
  * Pixels of no whole cell are neither read nor written, unless the function says otherwise. Steps are bytes and are not
  * tested; zero and negative ones are fine. Nothing is written when the status is negative.
+ *
+ * No pointer, nor a pointer in a plane array, may be null (moxStatusNullPtr). Pointers are tested before the size where
+ * nothing else is said; arrays of steps must not be null, and are not tested.
  */
 #ifndef MOXCC_YCBCR_ENCODE_H
 #define MOXCC_YCBCR_ENCODE_H
@@ -72,6 +75,7 @@ MOX_API MoxStatus moxiRGBToYCrCb422_8u_C3C2R(const Mox8u* src, int32_t srcStep, 
  * rounded, that of odd columns truncated.
  *
  * A last pixel of an odd width is not written; a width of 1 writes nothing.
+ * The plane pointers are tested after the size.
  *
  * @param srcPlanes planes R, G, B
  * @param srcStep   distance between source rows in bytes, the same in all planes
@@ -90,6 +94,7 @@ MOX_API MoxStatus moxiRGBToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, int3
  * rounded, that of odd columns truncated.
  *
  * A last pixel of an odd width is not written; a width of 1 writes nothing.
+ * The plane pointers are tested after the size.
  *
  * @param srcPlanes planes R, G, B
  * @param srcStep   distance between source rows in bytes, the same in all planes
