@@ -29,6 +29,16 @@ inline constexpr int blockPixels = [] {
         return vectorBytes / int(narrowest > 2 ? 2 : narrowest);
 }();
 
+/// Bytes at the end of a row's last column that a source's layout does not need, and that need not exist. Such a layout
+/// has a loadAtEnd too, which reads bytes before the block's columns in their place.
+template <class Layout>
+inline constexpr int spareBytes = [] {
+    if constexpr (requires { Layout::spareBytes; })
+        return Layout::spareBytes;
+    else
+        return 0;
+}();
+
 /// Rows of one block outside the picture, to work on columns that do not fill a block.
 template <class Layout, int N>
 struct Staging {
@@ -42,7 +52,7 @@ struct Staging {
     template <class Byte>
     void fill(const RowsOf<Byte, Layout::planes>& from, ptrdiff_t x, ptrdiff_t n) {
         for (int i = 0; i < Layout::planes; ++i)
-            std::memcpy(bytes[i], from.p[i] + Layout::bytes(i, x), size_t(Layout::bytes(i, n)));
+            std::memcpy(bytes[i], from.p[i] + Layout::bytes(i, x), size_t(Layout::bytes(i, n) - spareBytes<Layout>));
     }
     /// A layout that leaves some bytes alone has a copy() of its own.
     void drain(const DstRows<Layout::planes>& to, ptrdiff_t x, ptrdiff_t n) const {
@@ -80,8 +90,15 @@ template <class Src, class Dst, class Rule>
 MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x, ptrdiff_t end,
                      const Rule& rule) {
     constexpr int N = blockPixels<Src, Dst>;
-    const ptrdiff_t whole = end - (end - x) % N;
+    constexpr bool spare = spareBytes<Src> != 0;  // then the last block is never a whole one
+    const ptrdiff_t whole = end - (spare ? (end - x - 1) % N + 1 : (end - x) % N);
     if (x < whole) blocks<Src, Dst>(src, dst, x, whole, 0, rule);
+    if constexpr (spare) {
+        if (end - whole == N && whole > 0) {
+            const auto block = Src::template loadAtEnd<N>(src, whole);
+            return Dst::template store<N>(dst, whole, applyAt<typename Dst::Sample>(rule, block, whole));
+        }
+    }
     if (whole < end) {  // the last columns, by the same code on a copy, so that nothing beyond the row is touched
         Staging<Src, N> in;
         Staging<Dst, N> out;

@@ -265,6 +265,7 @@ struct TwoRows {
     static constexpr int planes = 2 * Layout::planes;
     static constexpr int channels = Layout::channels;
     static constexpr bool keepsOld = Layout::keepsOld;
+    static constexpr int spareBytes = q4::spareBytes<Layout>;
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane % Layout::planes, n); }
 
     template <class Byte>
@@ -276,6 +277,10 @@ struct TwoRows {
     template <int N>
     MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
         return RowPair{Layout::template load<N>(one(rows, 0), x), Layout::template load<N>(one(rows, 1), x)};
+    }
+    template <int N>
+    MOX_INLINE static auto loadAtEnd(const SrcRows<planes>& rows, ptrdiff_t x) {
+        return RowPair{Layout::template loadAtEnd<N>(one(rows, 0), x), Layout::template loadAtEnd<N>(one(rows, 1), x)};
     }
     template <int N, class B>
     MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<B>& pair) {
@@ -307,6 +312,35 @@ struct TwoColumns {
         Block<Sample, C, 2 * N> wide;
         for (int c = 0; c < C; ++c) interleave({pair.row[0].c[c].v[0], pair.row[1].c[c].v[0]}, wide.c[c].v);
         Layout::template store<2 * N>(rows, 2 * x, wide);
+    }
+};
+
+/// The even columns of planes of bytes; read only. The odd column behind the last need not exist.
+template <int C>
+struct EvenColumns {
+    using Sample = uint8_t;
+    static constexpr int planes = C;
+    static constexpr int channels = C;
+    static constexpr bool keepsOld = false;
+    static constexpr int spareBytes = 1;
+    static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return 2 * n; }
+
+    template <int N, bool atEnd = false>
+    MOX_INLINE static Block<uint8_t, C, N> load(const SrcRows<C>& rows, ptrdiff_t x) {
+        static_assert(N == vectorBytes);
+        const auto even = [](const uint8_t* p) {
+            return as<I16>(atEnd ? shr<8>(q4::load<U16, 32>(p - 1)) : q4::load<U16, 32>(p) & splat<U16>(0xFF));
+        };
+        Block<uint8_t, C, N> block;
+        for (int c = 0; c < C; ++c) {
+            const uint8_t* p = rows.p[c] + 2 * x;
+            block.c[c].v[0] = narrowU8(even(p), even(p + 16));
+        }
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static auto loadAtEnd(const SrcRows<C>& rows, ptrdiff_t x) {
+        return load<N, true>(rows, x);
     }
 };
 

@@ -32,14 +32,6 @@ struct Between {
         return {{in.row[0], average<Rounding>(in.row[0], in.row[1])}};
     }
 };
-/// The same, from the even columns of two rows.
-template <class Rounding>
-struct BetweenEvenColumns {
-    template <class D, int N>
-    MOX_INLINE auto apply(const RowPair<RowPair<Samples<N>>>& in) const {
-        return Between<Rounding>{}.template apply<D>(RowPair<Samples<N>>{{in.row[0].row[0], in.row[1].row[0]}});
-    }
-};
 /// The two rows for a sample, in: columns a, b of a row and of the next.
 template <class Rounding>
 struct BetweenFour {
@@ -88,9 +80,8 @@ struct WithNextColumn {
 
 // Kernel, source, destination, columns that round up, rules.
 using yvu411toyuv420_sse2_asm = WithNextColumn<Sample, TwoColumns<Sample>, Between>;
-using yuv420toyuv411_sse2_asm =
-    Split<TwoRows<TwoColumns<Sample>>, TwoRows<Sample>, 32, BetweenEvenColumns<Up>, BetweenEvenColumns<Down>>;
-using yuv420toyuv1620_sse2_asm = AllColumns<TwoColumns<Sample>, Sample, First>;
+using yuv420toyuv411_sse2_asm = Split<TwoRows<EvenColumns<1>>, TwoRows<Sample>, 32, Between<Up>, Between<Down>>;
+using yuv420toyuv1620_sse2_asm = AllColumns<EvenColumns<1>, Sample, Keep>;
 using yvu1620toyuv420_sse2_asm = WithNextColumn<TwoRows<Sample>, TwoRows<TwoColumns<Sample>>, BetweenFour>;
 using yvu1620toyuv420LastRow = WithNextColumn<Sample, TwoRows<TwoColumns<Sample>>, BetweenLast>;
 

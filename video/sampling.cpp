@@ -64,6 +64,11 @@ struct Columns : Row {
     using Of = TwoColumns<Layout>;
 };
 
+struct EvenColumn : Row {
+    template <class Layout>
+    using Of = EvenColumns<Layout::planes>;
+};
+
 template <class Src_, class Dst_, class Rule_>
 struct Chroma {
     using Src = Src_;
@@ -73,13 +78,13 @@ struct Chroma {
 template <class From, class To>
 struct ChromaOf;
 // clang-format off
-template <class S> struct ChromaOf<S, S>       : Chroma<Row,       Row,     Keep> {};
-template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow,   Row,     Keep> {};
-template <>        struct ChromaOf<S420, S422> : Chroma<RowForTwo, Row,     Keep> {};
-template <>        struct ChromaOf<S422, S411> : Chroma<Columns,   Row,     First> {};
-template <>        struct ChromaOf<S411, S422> : Chroma<Row,       Columns, Twice> {};
-template <>        struct ChromaOf<S411, S420> : Chroma<Rows,      Columns, Keep> {};
-template <>        struct ChromaOf<S420, S411> : Chroma<Columns,   Rows,    Keep> {};
+template <class S> struct ChromaOf<S, S>       : Chroma<Row,        Row,     Keep> {};
+template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow,    Row,     Keep> {};
+template <>        struct ChromaOf<S420, S422> : Chroma<RowForTwo,  Row,     Keep> {};
+template <>        struct ChromaOf<S422, S411> : Chroma<EvenColumn, Row,     Keep> {};
+template <>        struct ChromaOf<S411, S422> : Chroma<Row,        Columns, Twice> {};
+template <>        struct ChromaOf<S411, S420> : Chroma<Rows,       Columns, Keep> {};
+template <>        struct ChromaOf<S420, S411> : Chroma<Columns,    Rows,    Keep> {};
 // clang-format on
 
 template <class From, class To, class Src, class Dst>
@@ -186,8 +191,14 @@ MoxStatus reorder(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep
     return moxStatusOk;
 }
 
-/// The first byte of each two: a packed row's luma.
-using innerYCbCr422ToGray_8u_C2C1R = AllColumns<Interleaved<Mox8u, 2>, C1<Mox8u>, FirstChannel>;
+/// The first byte of each two: a packed row's luma. An odd last pixel is read no further than that.
+struct innerYCbCr422ToGray_8u_C2C1R {
+    void row(const SrcRows<1>& src, const DstRows<1>& dst, ptrdiff_t width) const {
+        const ptrdiff_t even = width & -2;
+        AllColumns<Interleaved<Mox8u, 2>, C1<Mox8u>, FirstChannel>{}.row(src, dst, even);
+        if (even < width) dst.p[0][even] = src.p[0][2 * even];
+    }
+};
 
 }  // namespace
 }  // namespace q4

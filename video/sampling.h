@@ -143,13 +143,6 @@ struct Keep {
         return in;
     }
 };
-/// The first row or column of two.
-struct First {
-    template <class D, class B>
-    MOX_INLINE B apply(const RowPair<B>& in) const {
-        return in.row[0];
-    }
-};
 struct Twice {
     template <class D, class B>
     MOX_INLINE RowPair<B> apply(const B& in) const {

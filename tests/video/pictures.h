@@ -45,14 +45,15 @@ inline Place chroma(VideoLayout layout, int k, int i, int r) {
 
 class Picture {
   public:
-    /// chromaRowsLess: planes of chroma end so many rows before the picture's last.
-    Picture(VideoLayout layout, Sampling s, MoxiSize size, Random& random, int chromaRowsLess = 0) : layout_(layout) {
+    /// chromaLess: planes of chroma end so many columns and rows before the picture's last, packed rows so many bytes.
+    Picture(VideoLayout layout, Sampling s, MoxiSize size, Random& random, MoxiSize chromaLess = {0, 0})
+        : layout_(layout) {
         const int w = size.width, h = std::max(size.height, 0);
-        const int columns = w / s.cellWidth, rows = h / s.cellHeight - chromaRowsLess;
+        const int columns = w / s.cellWidth - chromaLess.width, rows = h / s.cellHeight - chromaLess.height;
         const auto add = [&](int bytes, int r) {
             planes_.push_back(std::make_unique<Plane<Mox8u>>(bytes, std::max(r, 1), 1, random));
         };
-        add(layout == C2 || layout == C2chromaFirst ? 2 * w : w, h);
+        add(layout == C2 || layout == C2chromaFirst ? 2 * w - chromaLess.width : w, h);
         if (layout == P2) add(2 * columns, rows);
         if (layout == P3) add(columns, rows), add(columns, rows);
     }

@@ -101,9 +101,10 @@ TEST(Sampling, MovesEverySampleToItsPlace) {
             [&](MoxiSize size, Random& random) {
                 size.height = std::max(size.height, form.minHeight);
                 const MoxiSize cut = form.cut(size);
-                // Of planes whose odd rows are dropped the last row is never needed.
-                const bool dropsRows = form.src == P3 && form.from == s422 && form.to == s420;
-                const Picture src(form.src, form.from, cut, random, dropsRows ? 1 : 0);
+                // Of planes whose odd rows or columns are dropped the last one is never needed.
+                const bool drops = form.src == P3 && form.from == s422;
+                const Picture src(form.src, form.from, cut, random,
+                                  {drops && form.to == s411 ? 1 : 0, drops && form.to == s420 ? 1 : 0});
                 const Picture before(form.dst, form.to, cut, random);
                 expectSame(form.function, src, before, size, [&](const Picture& from, Picture& to) {
                     for (int y = 0; y < cut.height; ++y) {
@@ -157,7 +158,7 @@ TEST(Sampling, OneFormTestsItsDestinationSteps) {
 TEST(Sampling, TakesLumaOfOddWidths) {
     const AnyFunction function = FORM(moxiYCbCr422ToGray_8u_C2C1R);
     forEachSize([&](MoxiSize size, Random& random) {
-        const Picture src(C2, s422, size, random), before(C1, s422, size, random);
+        const Picture src(C2, s422, size, random, {size.width % 2, 0}), before(C1, s422, size, random);
         expectSame(function, src, before, size, [&](const Picture& from, Picture& to) {
             for (int y = 0; y < size.height; ++y) {
                 for (int x = 0; x < size.width; ++x) to.set({0, y, x}, from.get(luma(C2, x, y)));
@@ -175,6 +176,7 @@ struct Resampling {
     AnyFunction function;
     Sampling from, to;
     int cellHeight;
+    MoxiSize dropped;                                       // last columns and rows of a chroma plane, never needed
     std::function<void(Mat c, Plane<Mox8u>& o)> reference;  // on one chroma plane
 };
 
@@ -230,10 +232,10 @@ void from1620To420(Mat c, Plane<Mox8u>& o) {
 }
 
 const Resampling resamplings[] = {
-    {FORM(moxiYCbCr411To420_8u_P3R), s411, s420, 4, from411To420},
-    {FORM(moxiYCbCr420To411_8u_P3R), s420, s411, 2, from420To411},
-    {FORM(moxiYCbCr420To1620_8u_P3R), s420, s1620, 4, from420To1620},
-    {FORM(moxiYCbCr1620To420_8u_P3R), s1620, s420, 4, from1620To420},
+    {FORM(moxiYCbCr411To420_8u_P3R), s411, s420, 4, {0, 1}, from411To420},
+    {FORM(moxiYCbCr420To411_8u_P3R), s420, s411, 2, {1, 0}, from420To411},
+    {FORM(moxiYCbCr420To1620_8u_P3R), s420, s1620, 4, {1, 1}, from420To1620},
+    {FORM(moxiYCbCr1620To420_8u_P3R), s1620, s420, 4, {0, 0}, from1620To420},
 };
 
 TEST(Sampling, ResamplesPlanes) {
@@ -241,7 +243,7 @@ TEST(Sampling, ResamplesPlanes) {
         forEachSize(
             [&](MoxiSize cells, Random& random) {
                 const MoxiSize size = {cells.width * 4, cells.height * r.cellHeight};
-                const Picture src(P3, r.from, size, random), before(P3, r.to, size, random);
+                const Picture src(P3, r.from, size, random, r.dropped), before(P3, r.to, size, random);
                 expectSame(r.function, src, before, size, [&](const Picture& from, Picture& to) {
                     for (int y = 0; y < size.height; ++y) {
                         for (int x = 0; x < size.width; ++x) to.set({0, y, x}, from.get({0, y, x}));
