@@ -1,10 +1,13 @@
 /**
- * @file
- * Changes between 4:2:2 and 4:2:0 that filter chroma: field-wise, with four taps, against interlace flicker, and to BGR.
+ * @defgroup chroma_filter Filtered chroma
+ * @ingroup video
+ * @brief Changes between 4:2:2 and 4:2:0 that filter chroma: field-wise, with four taps, against interlace flicker, and to BGR.
  *
  * Layouts and chroma orders are those of sampling.h: C2 packed 4:2:2, P2 luma and a plane of chroma pairs, P3 three
  * planes; the order is Cb, Cr where nothing else is said. Steps are bytes and are not tested; step arrays are not tested
  * for null. Source and destination must not overlap. Cut-off columns and rows are not written.
+ *
+ * @{
  */
 #ifndef MOXCC_CHROMA_FILTER_H
 #define MOXCC_CHROMA_FILTER_H
@@ -36,11 +39,12 @@ MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlan
 /**
  * Converts packed 4:2:2 (Cb Y0 Cr Y1) to planar 4:2:0, field by field.
  *
- * The arithmetic and statuses are those of moxiYCbCr422To420_Interlace_8u_P3R().
+ * The arithmetic is that of moxiYCbCr422To420_Interlace_8u_P3R().
  *
  * @param src, srcStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
+ * @return as moxiYCbCr422To420_Interlace_8u_P3R()
  */
 MOX_API MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                             const int32_t* dstSteps, MoxiSize roiSize);
@@ -61,11 +65,12 @@ MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlan
 /**
  * Converts planar 4:2:0 to packed 4:2:2 (Cb Y0 Cr Y1), field by field.
  *
- * The arithmetic and statuses are those of moxiYCbCr420To422_Interlace_8u_P3R().
+ * The arithmetic is that of moxiYCbCr420To422_Interlace_8u_P3R().
  *
  * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
  * @param dst, dstStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
+ * @return as moxiYCbCr422To420_Interlace_8u_P3R()
  */
 MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                             Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
@@ -195,5 +200,7 @@ MOX_API MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const* srcPlane
                                                     int32_t dstStep, MoxiSize roiSize, Mox8u aval);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

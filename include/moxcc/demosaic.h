@@ -1,6 +1,7 @@
 /**
- * @file
- * Reconstruction of full-colour images from raw Bayer sensor data, by three methods.
+ * @defgroup demosaic Bayer reconstruction
+ * @ingroup camera
+ * @brief Reconstruction of full-colour images from raw Bayer sensor data, by three methods.
  *
  * A sensor behind a Bayer colour-filter array delivers one sample per pixel: green at half of the sites, red and blue
  * at a quarter each. From fast to good: bilinear means with a choice of direction for green (moxiCFAToRGB_*), a
@@ -14,6 +15,8 @@
  *
  * Checks, in this order: null pointers (moxStatusNullPtr), the size of the source (moxStatusBadSize), the grid code
  * (moxStatusBadArg). On these nothing is written.
+ *
+ * @{
  */
 #ifndef MOXCC_DEMOSAIC_H
 #define MOXCC_DEMOSAIC_H
@@ -22,13 +25,14 @@
 
 MOX_EXTERN_C_BEGIN
 
-/** The Bayer pattern: which colours stand at the upper left of the source image. A MoxBayerGrid is one of these. */
+/** The Bayer pattern: which colours stand at the upper left of the source image. */
 enum {
     moxBayerGridBGGR = 0, /**< Even rows B G B G ..., odd rows G R G R ... */
     moxBayerGridRGGB = 1, /**< Even rows R G R G ..., odd rows G B G B ... */
     moxBayerGridGBRG = 2, /**< Even rows G B G B ..., odd rows R G R G ... */
     moxBayerGridGRBG = 3  /**< Even rows G R G R ..., odd rows B G B G ... */
 };
+/** One of the patterns above. */
 typedef int32_t MoxBayerGrid;
 
 /**
@@ -54,7 +58,7 @@ typedef int32_t MoxBayerGrid;
 MOX_API MoxStatus moxiCFAToRGB_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                         Mox8u* dst, int32_t dstStep, MoxBayerGrid grid);
 
-/** Reconstructs 16u R, G, B by bilinear means: see moxiCFAToRGB_8u_C1C3R(). */
+/** Reconstructs 16u R, G, B by bilinear means. @copydetails moxiCFAToRGB_8u_C1C3R */
 MOX_API MoxStatus moxiCFAToRGB_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                          Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
 
@@ -86,7 +90,7 @@ MOX_API MoxStatus moxiCFAToRGB_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, Mox
 MOX_API MoxStatus moxiCFAToBGRA_VNG_8u_C1C4R_L(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                                const Mox32f* scale, Mox8u* dst, int32_t dstStep, MoxBayerGrid grid);
 
-/** Reconstructs 16u B, G, R, A by a variable number of gradients: see moxiCFAToBGRA_VNG_8u_C1C4R_L(). */
+/** Reconstructs 16u B, G, R, A by a variable number of gradients. @copydetails moxiCFAToBGRA_VNG_8u_C1C4R_L */
 MOX_API MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                                 const Mox32f* scale, Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
 
@@ -119,11 +123,13 @@ MOX_API MoxStatus moxiDemosaicAHD_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, Mo
                                            Mox8u* dst, int32_t dstStep, MoxBayerGrid grid, Mox8u* buffer,
                                            int32_t bufferStep);
 
-/** Reconstructs 16u R, G, B by adaptive homogeneity-directed interpolation: see moxiDemosaicAHD_8u_C1C3R(). */
+/** Reconstructs 16u R, G, B by adaptive homogeneity-directed interpolation. @copydetails moxiDemosaicAHD_8u_C1C3R */
 MOX_API MoxStatus moxiDemosaicAHD_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
                                             Mox16u* dst, int32_t dstStep, MoxBayerGrid grid, Mox8u* buffer,
                                             int32_t bufferStep);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

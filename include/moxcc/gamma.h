@@ -1,6 +1,7 @@
 /**
- * @file
- * Gamma correction by the transfer characteristic of ITU-R BT.709: linear samples to corrected ones (GammaFwd), and back
+ * @defgroup gamma Gamma correction
+ * @ingroup tone
+ * @brief Gamma correction by the transfer characteristic of ITU-R BT.709: linear samples to corrected ones (GammaFwd), and back
  * (GammaInv).
  *
  * On the scale 0 to 1, with linear x and corrected y:
@@ -29,6 +30,8 @@
  * has been written.
  * Before all others the 32f forms test the range: vMax - vMin, in single precision, must not be zero or
  * negative (moxStatusBadRange).
+ *
+ * @{
  */
 #ifndef MOXCC_GAMMA_H
 #define MOXCC_GAMMA_H
@@ -522,5 +525,7 @@ MOX_API MoxStatus moxiGammaInv_32f_IP3R(Mox32f* const srcDstPlanes[3], int32_t s
                                         Mox32f vMin, Mox32f vMax);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

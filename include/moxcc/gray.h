@@ -1,12 +1,15 @@
 /**
- * @file
- * Gray conversions: colour to one luma sample with fixed or given weights, and gray spread to colour channels.
+ * @defgroup gray Gray
+ * @ingroup models
+ * @brief Gray conversions: colour to one luma sample with fixed or given weights, and gray spread to colour channels.
  *
  * The default weights are those of BT.601 luma, 0.299, 0.587 and 0.114, for channels 0, 1 and 2 (R, G, B).
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), width and height must be at least 1
  * (moxStatusBadSize); steps are bytes and are not tested, zero and negative ones included. The 16u, 16s and 32f forms
  * of RGBToGray and ColorToGray round a step down to a whole number of samples.
+ *
+ * @{
  */
 #ifndef MOXCC_GRAY_H
 #define MOXCC_GRAY_H
@@ -391,5 +394,7 @@ MOX_API MoxStatus moxiGrayToRGB_32f_C1C4R(const Mox32f* src, int32_t srcStep, Mo
                                           MoxiSize roiSize, Mox32f aval);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

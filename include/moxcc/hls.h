@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and HLS: hue, lightness and saturation, the double-hexcone model of computer graphics (Smith, Joblove and
+ * @defgroup hls RGB and HLS
+ * @ingroup models
+ * @brief RGB and HLS: hue, lightness and saturation, the double-hexcone model of computer graphics (Smith, Joblove and
  * Greenberg, 1978).
  *
  * With mx and mn the greatest and the least of R, G, B on a scale from 0 to 1:
@@ -23,6 +24,8 @@
  * the 16u, 16s and 32f forms round them down to a whole number of samples. Between BGR and HLS they must be at least 1
  * (moxStatusBadStep), which is tested before the size, but in moxiBGRToHLS_8u_AC4R after it. One step holds for all
  * planes of a side.
+ *
+ * @{
  */
 #ifndef MOXCC_HLS_H
 #define MOXCC_HLS_H
@@ -496,5 +499,7 @@ MOX_API MoxStatus moxiHLSToBGR_8u_AP4R(const Mox8u* const* srcPlanes, int32_t sr
                                        int32_t dstStep, MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and HSV: hue, saturation and value, the hexcone model of computer graphics (Smith, 1978).
+ * @defgroup hsv RGB and HSV
+ * @ingroup models
+ * @brief RGB and HSV: hue, saturation and value, the hexcone model of computer graphics (Smith, 1978).
  *
  * With mx and mn the greatest and the least of R, G, B:
  *
@@ -19,6 +20,8 @@
  * (moxStatusBadSize); steps are bytes and are not tested, zero and negative ones included. The 16u forms round a step
  * down to a whole number of samples. In the AC4 forms the fourth sample of a source pixel is not read, and that of a
  * destination pixel keeps what it held.
+ *
+ * @{
  */
 #ifndef MOXCC_HSV_H
 #define MOXCC_HSV_H
@@ -150,5 +153,7 @@ MOX_API MoxStatus moxiHSVToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox1
                                         MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

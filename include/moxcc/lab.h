@@ -1,6 +1,7 @@
 /**
- * @file
- * CIE 1976 L*a*b* with the D65 white: RGB to Lab and back. RGB is linear, with the primaries of BT.709.
+ * @defgroup lab RGB and CIE Lab
+ * @ingroup models
+ * @brief CIE 1976 L*a*b* with the D65 white: RGB to Lab and back. RGB is linear, with the primaries of BT.709.
  *
  * L goes from 0 to 100, a and b from -128 to 127, which 32f and 64f samples carry as they are, beside RGB from 0 to 1.
  * Only the way to Lab has the straight part for dark colours; the way back takes cubes throughout, so that black comes
@@ -10,6 +11,8 @@
  *
  * All functions here: pointers, those of planes and of step arrays too, must not be null (moxStatusNullPtr), width and
  * height must be at least 1 (moxStatusBadSize); steps are not tested, zero and negative ones included.
+ *
+ * @{
  */
 #ifndef MOXCC_LAB_H
 #define MOXCC_LAB_H
@@ -290,5 +293,7 @@ MOX_API MoxStatus moxiLabToRGB_64f_P3R_L(const Mox64f* const srcPlanes[3], const
                                          Mox64f* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * CIE 1976 L*u*v* with the D65 white: RGB to LUV and back. RGB is linear, with the primaries of BT.709.
+ * @defgroup luv RGB and CIE LUV
+ * @ingroup models
+ * @brief CIE 1976 L*u*v* with the D65 white: RGB to LUV and back. RGB is linear, with the primaries of BT.709.
  *
  * L goes from 0 to 100, u from -134 to 220, v from -140 to 122. 32f samples carry them as they are, beside RGB from 0
  * to 1; integer samples carry RGB, L, u and v scaled to the full range of their type.
@@ -10,6 +11,8 @@
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), width and height must be at least 1
  * (moxStatusBadSize); steps are not tested, zero and negative ones included.
+ *
+ * @{
  */
 #ifndef MOXCC_LUV_H
 #define MOXCC_LUV_H
@@ -334,5 +337,7 @@ MOX_API MoxStatus moxiLUVToBGR_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32
                                        MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

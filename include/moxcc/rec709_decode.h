@@ -1,6 +1,7 @@
 /**
- * @file
- * YCbCr with the matrices of ITU-R BT.709 to BGR, 8 bits, subsampled and at full resolution.
+ * @defgroup rec709_decode YCbCr of BT.709 to RGB
+ * @ingroup video
+ * @brief YCbCr with the matrices of ITU-R BT.709 to BGR, 8 bits, subsampled and at full resolution.
  *
  * 709CSC is studio range, Y from 16 to 235 and chroma from 16 to 240: R = 1.164 (Y - 16) + 1.793 (Cr - 128), G =
  * 1.164 (Y - 16) - 0.213 (Cb - 128) - 0.534 (Cr - 128), B = 1.164 (Y - 16) + 2.115 (Cb - 128). 709HDTV takes Y as it
@@ -19,6 +20,8 @@
  * must be at least 1 (moxStatusBadSize). The plane pointers are tested after the size where nothing else is said.
  * Steps are not tested: zero and negative ones will do; arrays of steps must not be null. A fourth byte is aval in
  * every pixel written.
+ *
+ * @{
  */
 #ifndef MOXCC_REC709_DECODE_H
 #define MOXCC_REC709_DECODE_H
@@ -129,5 +132,7 @@ MOX_API MoxStatus moxiYCbCr420ToBGR_709HDTV_8u_P3C4R(const Mox8u* const* srcPlan
                                                      int32_t dstStep, MoxiSize roiSize, Mox8u aval);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

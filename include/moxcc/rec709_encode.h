@@ -1,6 +1,7 @@
 /**
- * @file
- * BGR to subsampled YCbCr of BT.709.
+ * @defgroup rec709_encode RGB to YCbCr of BT.709
+ * @ingroup video
+ * @brief BGR to subsampled YCbCr of BT.709.
  *
  * 709CSC is studio range, luma 16 to 235 and chroma 16 to 240 about 128:
  *
@@ -30,6 +31,8 @@
  *
  * No pointer, nor a pointer in a plane array, may be null (moxStatusNullPtr); pointers are tested before the size.
  * Arrays of steps must not be null, and are not tested.
+ *
+ * @{
  */
 #ifndef MOXCC_REC709_ENCODE_H
 #define MOXCC_REC709_ENCODE_H
@@ -189,5 +192,7 @@ MOX_API MoxStatus moxiBGRToCbYCr422_709HDTV_8u_AC4C2R(const Mox8u* src, int32_t 
                                                       MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * Bit-depth reduction: images to a small number of evenly spaced levels, by plain rounding, error diffusion or ordered
+ * @defgroup reduce_bits Bit-depth reduction
+ * @ingroup tone
+ * @brief Bit-depth reduction: images to a small number of evenly spaced levels, by plain rounding, error diffusion or ordered
  * dither, with or without noise.
  *
  * The forms differ in depth and layout only. The depth gives the range of source values and the number of levels:
@@ -34,6 +35,8 @@
  *
  * All arithmetic is in single precision, each operation rounded to nearest, denormals included, whatever the rounding
  * mode, flush-to-zero and denormals-are-zero of the caller.
+ *
+ * @{
  */
 #ifndef MOXCC_REDUCE_BITS_H
 #define MOXCC_REDUCE_BITS_H
@@ -42,7 +45,7 @@
 
 MOX_EXTERN_C_BEGIN
 
-/** The method of bit-depth reduction. A MoxDitherType is one of these. */
+/** The method of bit-depth reduction. */
 enum {
     moxDitherNone = 0, /**< Rounding to the nearest level. */
     moxDitherFs = 1,   /**< Error diffusion, weights 7 3 5 1 over 16 (Floyd and Steinberg). */
@@ -50,6 +53,7 @@ enum {
     moxDitherSt = 3,   /**< Error diffusion over two rows, divisor 42 (Stucki). */
     moxDitherBayer = 4 /**< Ordered dither, 4 by 4 matrix. */
 };
+/** One of the methods above. */
 typedef int32_t MoxDitherType;
 
 /**
@@ -86,134 +90,134 @@ MOX_API MoxStatus moxiReduceBitsGetBufferSize(int32_t dataType, MoxiSize roiSize
 MOX_API MoxStatus moxiReduceBits_8u_C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                         MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                         Mox8u* buffer);
-/** Reduces an 8u image, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces an 8u image, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                         MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                         Mox8u* buffer);
-/** Reduces an 8u image, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces an 8u image, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_8u_C4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                         MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                         Mox8u* buffer);
-/** Reduces an 8u image, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces an 8u image, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
 
-/** Reduces a 16u image, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u_C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
-/** Reduces a 16u image, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
-/** Reduces a 16u image, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u_C4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
-/** Reduces a 16u image, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                           MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                           Mox8u* buffer);
 
-/** Reduces a 16s image, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s_C1R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
-/** Reduces a 16s image, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
-/** Reduces a 16s image, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s_C4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                          MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                          Mox8u* buffer);
-/** Reduces a 16s image, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                           MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                           Mox8u* buffer);
 
-/** Reduces a 16u image to 8u, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image to 8u, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u8u_C1R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 16u image to 8u, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image to 8u, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u8u_C3R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 16u image to 8u, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image to 8u, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u8u_C4R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 16u image to 8u, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16u image to 8u, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16u8u_AC4R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
 
-/** Reduces a 16s image to 8u, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image to 8u, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s8u_C1R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 16s image to 8u, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image to 8u, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s8u_C3R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 16s image to 8u, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image to 8u, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s8u_C4R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 16s image to 8u, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 16s image to 8u, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_16s8u_AC4R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
 
-/** Reduces a 32f image to 8u, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 8u, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f8u_C1R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 32f image to 8u, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 8u, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f8u_C3R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 32f image to 8u, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 8u, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f8u_C4R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                            MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                            Mox8u* buffer);
-/** Reduces a 32f image to 8u, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 8u, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f8u_AC4R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
 
-/** Reduces a 32f image to 16u, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16u, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16u_C1R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
-/** Reduces a 32f image to 16u, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16u, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16u_C3R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
-/** Reduces a 32f image to 16u, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16u, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16u_C4R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
-/** Reduces a 32f image to 16u, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16u, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16u_AC4R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                              MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                              Mox8u* buffer);
 
-/** Reduces a 32f image to 16s, one channel: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16s, one channel. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16s_C1R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
-/** Reduces a 32f image to 16s, three channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16s, three channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16s_C3R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
-/** Reduces a 32f image to 16s, four channels: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16s, four channels. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16s_C4R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                             MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                             Mox8u* buffer);
-/** Reduces a 32f image to 16s, three channels; the fourth, alpha, is left alone: see moxiReduceBits_8u_C1R(). */
+/** Reduces a 32f image to 16s, three channels; the fourth, alpha, is left alone. @copydetails moxiReduceBits_8u_C1R */
 MOX_API MoxStatus moxiReduceBits_32f16s_AC4R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                              MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t levels,
                                              Mox8u* buffer);
@@ -248,5 +252,7 @@ MOX_API MoxStatus moxiReduceBits_8u1u_C1R(const Mox8u* src, int32_t srcStep, Mox
                                           MoxDitherType ditherType, Mox8u threshold, Mox8u* buffer);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

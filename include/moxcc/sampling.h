@@ -1,6 +1,7 @@
 /**
- * @file
- * Changes of chroma sampling and of memory layout, without colour arithmetic.
+ * @defgroup sampling Sampling and layout
+ * @ingroup video
+ * @brief Changes of chroma sampling and of memory layout, without colour arithmetic.
  *
  * Layouts. C2 is packed 4:2:2, two bytes a pixel: luma and one chroma sample in turn. P2 is semi-planar: a luma plane
  * and one plane of chroma pairs. P3 is planar: luma and two chroma planes. Chroma planes have, for a region of w by h
@@ -11,6 +12,8 @@
  * size (moxStatusBadSize). Sizes are cut to whole chroma cells, and nothing is read or written beyond these; a cut
  * size is no warning. Steps are bytes and are not tested, zero and negative ones included; step arrays are not tested
  * for null where nothing else is said. Source and destination must not overlap.
+ *
+ * @{
  */
 #ifndef MOXCC_SAMPLING_H
 #define MOXCC_SAMPLING_H
@@ -904,5 +907,7 @@ MOX_API MoxStatus moxiYCbCr422ToGray_8u_C2C1R(const Mox8u* src, int32_t srcStep,
                                               MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

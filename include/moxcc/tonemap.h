@@ -1,6 +1,9 @@
 /**
- * @file
- * Tone mapping: one-channel float images of any range to 8 bits by one global gain.
+ * @defgroup tonemap Tone mapping
+ * @ingroup tone
+ * @brief Tone mapping: one-channel float images of any range to 8 bits by one global gain.
+ *
+ * @{
  */
 #ifndef MOXCC_TONEMAP_H
 #define MOXCC_TONEMAP_H
@@ -41,5 +44,7 @@ MOX_API MoxStatus moxiToneMapMean_32f8u_C1R(const Mox32f* src, int32_t srcStep, 
                                             MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * Colour twist: every output channel is a weighted sum of the input channels, by a matrix that the caller gives.
+ * @defgroup twist Colour twist
+ * @ingroup tone
+ * @brief Colour twist: every output channel is a weighted sum of the input channels, by a matrix that the caller gives.
  *
  * The matrix of the three-channel forms has 3 rows of 4 values: row i belongs to output channel i, its first three values
  * weigh input channels 0 to 2, the fourth is an offset in units of the sample. Each result is (offset + c0 * w0) + (c2 * w2 +
@@ -11,6 +12,8 @@
  * All functions here test, in this order: image pointers, the matrix, and pointers inside plane arrays not null
  * (moxStatusNullPtr); width and height at least 1 (moxStatusBadSize); steps at least 1 (moxStatusBadStep). Steps are bytes.
  * AC4 forms leave the fourth sample of a destination pixel as it is; it has no weight.
+ *
+ * @{
  */
 #ifndef MOXCC_TWIST_H
 #define MOXCC_TWIST_H
@@ -342,5 +345,7 @@ MOX_API MoxStatus moxiColorTwist_32f_C4R(const Mox32f* src, int32_t srcStep, Mox
                                          MoxiSize roiSize, const Mox32f* twist);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

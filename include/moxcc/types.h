@@ -1,6 +1,8 @@
 /**
- * @file
- * Sample types, records and status codes shared by all functions of moxCC.
+ * @defgroup types Types and statuses
+ * @brief Sample types, records and status codes that all functions share.
+ *
+ * @{
  */
 #ifndef MOXCC_TYPES_H
 #define MOXCC_TYPES_H
@@ -10,6 +12,7 @@
 /** Marks an exported function. */
 #define MOX_API __attribute__((visibility("default")))
 
+/** @cond The headers' frame of C linkage. */
 #ifdef __cplusplus
 #define MOX_EXTERN_C_BEGIN extern "C" {
 #define MOX_EXTERN_C_END   }
@@ -17,6 +20,7 @@
 #define MOX_EXTERN_C_BEGIN
 #define MOX_EXTERN_C_END
 #endif
+/** @endcond */
 
 MOX_EXTERN_C_BEGIN
 
@@ -34,16 +38,16 @@ typedef double Mox64f;   /**< 64-bit IEEE float. */
 
 /** The size of a region of interest, in pixels. */
 typedef struct MoxiSize {
-    int32_t width;
-    int32_t height;
+    int32_t width;  /**< Columns. */
+    int32_t height; /**< Rows. */
 } MoxiSize;
 
 /** A region in source coordinates, in pixels. */
 typedef struct MoxiRect {
-    int32_t x;
-    int32_t y;
-    int32_t width;
-    int32_t height;
+    int32_t x;      /**< The first column. */
+    int32_t y;      /**< The first row. */
+    int32_t width;  /**< Columns. */
+    int32_t height; /**< Rows. */
 } MoxiRect;
 
 /**
@@ -70,5 +74,7 @@ enum {
 };
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * v210: 4:2:2 video of 10-bit samples in 32-bit words, to 16-bit luma and to 5-6-5 colour words.
+ * @defgroup v210 v210
+ * @ingroup video
+ * @brief v210: 4:2:2 video of 10-bit samples in 32-bit words, to 16-bit luma and to 5-6-5 colour words.
  *
  * Four little-endian words hold a group of six pixels, three samples a word; bits 30 and 31 are ignored:
  *
@@ -16,6 +17,8 @@
  * All functions here count steps in elements, not in bytes: srcStep in words, dstStep in samples. They answer
  * moxStatusNullPtr if src or dst is null, then moxStatusBadSize if the width, the height or a step is below 1. Odd
  * widths are whole.
+ *
+ * @{
  */
 #ifndef MOXCC_V210_H
 #define MOXCC_V210_H
@@ -71,5 +74,7 @@ MOX_API MoxStatus moxiYUV422v210ToGray_709HDTV_32u16u_C3C1(const Mox32u* src, in
                                                            int32_t dstStep, MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

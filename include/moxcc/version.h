@@ -1,6 +1,9 @@
 /**
- * @file
- * The library's version record.
+ * @defgroup version Version record
+ * @ingroup types
+ * @brief The library's version record.
+ *
+ * @{
  */
 #ifndef MOXCC_VERSION_H
 #define MOXCC_VERSION_H
@@ -11,10 +14,10 @@ MOX_EXTERN_C_BEGIN
 
 /** What the library is: its version, and the processor variant that its code is for. */
 typedef struct MoxLibraryVersion {
-    int32_t major;
-    int32_t minor;
-    int32_t revision;
-    int32_t build;
+    int32_t major;         /**< 2019. */
+    int32_t minor;         /**< 0. */
+    int32_t revision;      /**< 0. */
+    int32_t build;         /**< 59881. */
     char targetCode[4];    /**< "q4", then two zero bytes. */
     const char* name;      /**< "moxCC SSE4.2 (q4)". */
     const char* version;   /**< "2019.0.0 Gold (r59881)". */
@@ -30,5 +33,7 @@ typedef struct MoxLibraryVersion {
 MOX_API const MoxLibraryVersion* moxccGetLibVersion(void);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and CIE XYZ: one matrix each way, for linear RGB with the primaries of BT.709 and the D65 white.
+ * @defgroup xyz RGB and CIE XYZ
+ * @ingroup models
+ * @brief RGB and CIE XYZ: one matrix each way, for linear RGB with the primaries of BT.709 and the D65 white.
  *
  * Pixels are R, G, B and X, Y, Z in this order. Samples hold 0 to 1 scaled to the depth: to 255, to 65535 (16s less 32768), or
  * unscaled (32f). Z of white is 1.089 and is limited to the top value.
@@ -8,6 +9,8 @@
  * All functions here: src and dst must not be null (moxStatusNullPtr), then width and height must be at least 1
  * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In AC4R
  * forms the source's fourth sample is not read and the destination's keeps what it held.
+ *
+ * @{
  */
 #ifndef MOXCC_XYZ_H
 #define MOXCC_XYZ_H
@@ -259,5 +262,7 @@ MOX_API MoxStatus moxiXYZToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox3
                                         MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and the studio-range YCbCr of ITU-R BT.601, 8 bits, at full resolution.
+ * @defgroup ycbcr RGB and YCbCr
+ * @ingroup models
+ * @brief RGB and the studio-range YCbCr of ITU-R BT.601, 8 bits, at full resolution.
  *
  * Y = 0.257 R + 0.504 G + 0.098 B + 16, from 16 to 235; Cb = -0.148 R - 0.291 G + 0.439 B + 128 and Cr = 0.439 R -
  * 0.368 G - 0.071 B + 128, from 16 to 240. Back: R = 1.164 (Y - 16) + 1.596 (Cr - 128), G = 1.164 (Y - 16) - 0.392
@@ -13,6 +14,8 @@
  * All functions here: no pointer, nor a pointer in a plane array, may be null (moxStatusNullPtr); width and height
  * must be at least 1 (moxStatusBadSize). The pointers in plane arrays are tested before the size where nothing else
  * is said. Steps are not tested: zero and negative ones will do. All planes of an array share one step.
+ *
+ * @{
  */
 #ifndef MOXCC_YCBCR_H
 #define MOXCC_YCBCR_H
@@ -215,5 +218,7 @@ MOX_API MoxStatus moxiYCbCrToBGR_8u_P3C4R(const Mox8u* const* srcPlanes, int32_t
                                           MoxiSize roiSize, Mox8u aval);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

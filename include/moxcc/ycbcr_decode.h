@@ -1,6 +1,7 @@
 /**
- * @file
- * Subsampled YCbCr of ITU-R BT.601 to RGB and BGR, 8 bits.
+ * @defgroup ycbcr_decode Subsampled YCbCr to RGB
+ * @ingroup video
+ * @brief Subsampled YCbCr of ITU-R BT.601 to RGB and BGR, 8 bits.
  *
  * The formulas are those of ycbcr.h: studio range, R = 1.164 (Y - 16) + 1.596 (Cr - 128), G = 1.164 (Y - 16) - 0.392
  * (Cb - 128) - 0.813 (Cr - 128), B = 1.164 (Y - 16) + 2.017 (Cb - 128), limited to 0 to 255, in fixed-point forms
@@ -17,6 +18,8 @@
  * All functions here: no pointer, nor a pointer in a plane array, may be null (moxStatusNullPtr); width and height
  * must be at least 1 (moxStatusBadSize) where nothing else is said. Steps are not tested: zero and negative ones will
  * do; arrays of steps must not be null. A fourth byte is aval in every pixel written.
+ *
+ * @{
  */
 #ifndef MOXCC_YCBCR_DECODE_H
 #define MOXCC_YCBCR_DECODE_H
@@ -513,5 +516,7 @@ MOX_API MoxStatus moxiYCrCb420ToBGR_8u_P2C4R(const Mox8u* srcY, int32_t srcYStep
                                              Mox8u aval);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and BGR to subsampled YCbCr of BT.601, studio range: luma 16 to 235, chroma 16 to 240 about 128.
+ * @defgroup ycbcr_encode RGB to subsampled YCbCr
+ * @ingroup video
+ * @brief RGB and BGR to subsampled YCbCr of BT.601, studio range: luma 16 to 235, chroma 16 to 240 about 128.
  *
  *     Y  = 16  + 0.257 R + 0.504 G + 0.098 B
  *     Cb = 128 - 0.148 R - 0.291 G + 0.439 B
@@ -24,6 +25,8 @@
  *
  * No pointer, nor a pointer in a plane array, may be null (moxStatusNullPtr). Pointers are tested before the size where
  * nothing else is said; arrays of steps must not be null, and are not tested.
+ *
+ * @{
  */
 #ifndef MOXCC_YCBCR_ENCODE_H
 #define MOXCC_YCBCR_ENCODE_H
@@ -459,5 +462,7 @@ MOX_API MoxStatus moxiBGRToYCbCr411_8u_AC4P3R(const Mox8u* src, int32_t srcStep,
                                               const int32_t* dstSteps, MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and PhotoYCC: luma and two colour differences, C1 of blue and C2 of red, as the photographic YCC encoding has them.
+ * @defgroup ycc RGB and PhotoYCC
+ * @ingroup models
+ * @brief RGB and PhotoYCC: luma and two colour differences, C1 of blue and C2 of red, as the photographic YCC encoding has them.
  *
  * Pixels are R, G, B and Y, C1, C2 in this order. On the 8-bit scale white is Y = 181, and C1 and C2 have offsets of 156 and
  * 137; 16u samples have offsets of 40092 and 35209, 16s samples are 16u samples less 32768, and 32f samples have R, G, B in 0
@@ -11,6 +12,8 @@
  * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In AC4R
  * forms the source's fourth sample is not read and the destination's keeps what it held. Vector columns, the width rounded
  * down to a multiple of 8 (8u C3R) or 4, may differ by one from the last columns of a row.
+ *
+ * @{
  */
 #ifndef MOXCC_YCC_H
 #define MOXCC_YCC_H
@@ -264,5 +267,7 @@ MOX_API MoxStatus moxiYCCToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox3
                                         MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

@@ -1,6 +1,7 @@
 /**
- * @file
- * YCoCg: a luma Y, an orange difference Co and a green difference Cg, by additions and shifts.
+ * @defgroup ycocg RGB and YCoCg
+ * @ingroup models
+ * @brief YCoCg: a luma Y, an orange difference Co and a green difference Cg, by additions and shifts.
  *
  * Pixels are B, G, R in memory (R, G, B in the two 8u forms), with a fourth sample in C4 layouts; planes are Y, Co, Cg. The
  * plain transform has Y = (R + 2 G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2 G - R - B + 2) >> 2 and loses low bits; the
@@ -10,6 +11,8 @@
  * All functions here: the image pointer, the plane array and its three pointers must not be null (moxStatusNullPtr). Where a
  * function says that it tests the size, a width or height below 1 is moxStatusBadSize after that; elsewhere such a size writes
  * nothing and gives moxStatusOk. Steps are bytes, honoured to the byte and not tested; one step serves all three planes.
+ *
+ * @{
  */
 #ifndef MOXCC_YCOCG_H
 #define MOXCC_YCOCG_H
@@ -415,5 +418,7 @@ MOX_API MoxStatus moxiYCoCgToSBGR_Rev_32s16s_P3C4R(const Mox32s* const* srcPlane
                                                    int32_t dstStep, MoxiSize roiSize, Mox16s aval);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

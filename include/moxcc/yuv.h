@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and full-range YUV, 8 bits, at full resolution.
+ * @defgroup yuv RGB and YUV
+ * @ingroup models
+ * @brief RGB and full-range YUV, 8 bits, at full resolution.
  *
  * Y = 0.299 R + 0.587 G + 0.114 B with the luma weights of ITU-R BT.601, U = 0.492 (B - Y) + 128 and V = 0.877 (R -
  * Y) + 128, limited to 0 to 255. Back: R = Y + 1.140 (V - 128), G = Y - 0.394 (U - 128) - 0.581 (V - 128), B = Y +
@@ -12,6 +13,8 @@
  * All functions here: no pointer may be null (moxStatusNullPtr); width and height must be at least 1
  * (moxStatusBadSize); then no pointer in a plane array may be null. Steps are not tested: zero and negative ones will
  * do. All planes of an array share one step.
+ *
+ * @{
  */
 #ifndef MOXCC_YUV_H
 #define MOXCC_YUV_H
@@ -179,5 +182,7 @@ MOX_API MoxStatus moxiYUVToRGB_8u_P3R(const Mox8u* const* srcPlanes, int32_t src
                                       int32_t dstStep, MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

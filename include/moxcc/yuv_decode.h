@@ -1,6 +1,7 @@
 /**
- * @file
- * Subsampled full-range YUV to RGB and BGR, 8 bits.
+ * @defgroup yuv_decode Subsampled YUV to RGB
+ * @ingroup video
+ * @brief Subsampled full-range YUV to RGB and BGR, 8 bits.
  *
  * The formulas are those of yuv.h: R = Y + 1.140 (V - 128), G = Y - 0.394 (U - 128) - 0.581 (V - 128), B = Y + 2.032
  * (U - 128), limited to 0 to 255, in fixed-point forms that differ by where they round. Which column follows which
@@ -16,6 +17,8 @@
  * All functions here: no pointer may be null (moxStatusNullPtr); width and height must be at least 1
  * (moxStatusBadSize) where nothing else is said; then no pointer in a plane array may be null, first those of the
  * source. Steps are not tested: zero and negative ones will do; arrays of steps must not be null.
+ *
+ * @{
  */
 #ifndef MOXCC_YUV_DECODE_H
 #define MOXCC_YUV_DECODE_H
@@ -203,5 +206,7 @@ MOX_API MoxStatus moxiYUV420ToBGR_8u_P3C3R(const Mox8u* const* srcPlanes, const 
                                            int32_t dstStep, MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif

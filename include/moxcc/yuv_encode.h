@@ -1,6 +1,7 @@
 /**
- * @file
- * RGB and BGR to subsampled YUV, full range: U and V are scaled colour differences about 128.
+ * @defgroup yuv_encode RGB to subsampled YUV
+ * @ingroup video
+ * @brief RGB and BGR to subsampled YUV, full range: U and V are scaled colour differences about 128.
  *
  *     Y = 0.299 R + 0.587 G + 0.114 B
  *     U = 128 + 0.492 (B - Y)
@@ -23,6 +24,8 @@
  * (width + 1) / 2 bytes in 4:2:2, width / 2 in 4:2:0. All test the pointers, then the size, then the pointers inside the
  * plane arrays, first those of the source. Arrays of steps must not be null, and are not tested. Nothing is written
  * when the status is negative.
+ *
+ * @{
  */
 #ifndef MOXCC_YUV_ENCODE_H
 #define MOXCC_YUV_ENCODE_H
@@ -186,5 +189,7 @@ MOX_API MoxStatus moxiBGRToYUV420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, M
                                             const int32_t* dstSteps, MoxiSize roiSize);
 
 MOX_EXTERN_C_END
+
+/** @} */
 
 #endif
