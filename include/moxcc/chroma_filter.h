@@ -1,7 +1,8 @@
 /**
  * @defgroup chroma_filter Filtered chroma
  * @ingroup video
- * @brief Changes between 4:2:2 and 4:2:0 that filter chroma: field-wise, with four taps, against interlace flicker, and to BGR.
+ * @brief Changes between 4:2:2 and 4:2:0 that filter chroma: field-wise, with four taps, against interlace flicker, and to
+ * BGR.
  *
  * Layouts and chroma orders are those of sampling.h: C2 packed 4:2:2, P2 luma and a plane of chroma pairs, P3 three
  * planes; the order is Cb, Cr where nothing else is said. Steps are bytes and are not tested; step arrays are not tested

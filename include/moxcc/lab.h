@@ -3,6 +3,14 @@
  * @ingroup models
  * @brief CIE 1976 L*a*b* with the D65 white: RGB to Lab and back. RGB is linear, with the primaries of BT.709.
  *
+ * With X, Y, Z as in xyz.h and the white Xn = 0.950456, Zn = 1.088754:
+ *
+ *     L = 116 Y^(1/3) - 16 if Y > 0.008856, else 903.3 Y
+ *     a = 500 (f(X / Xn) - f(Y)), b = 200 (f(Y) - f(Z / Zn))
+ *     f(t) = t^(1/3) if t > 0.008856, else 7.787 t + 16 / 116
+ *
+ * and back, with P = (L + 16) / 116: X = Xn (P + a / 500)^3, Y = P^3, Z = Zn (P - b / 200)^3.
+ *
  * L goes from 0 to 100, a and b from -128 to 127, which 32f and 64f samples carry as they are, beside RGB from 0 to 1.
  * Only the way to Lab has the straight part for dark colours; the way back takes cubes throughout, so that black comes
  * back as a little more than 0.
@@ -10,7 +18,7 @@
  * Arithmetic and conversions to integers follow the caller's rounding mode: single precision, in the 64f forms double.
  *
  * All functions here: pointers, those of planes and of step arrays too, must not be null (moxStatusNullPtr), width and
- * height must be at least 1 (moxStatusBadSize); steps are not tested, zero and negative ones included.
+ * height must be at least 1 (moxStatusBadSize); steps are bytes and are not tested, zero and negative ones included.
  *
  * @{
  */

@@ -3,14 +3,28 @@
  * @ingroup models
  * @brief CIE 1976 L*u*v* with the D65 white: RGB to LUV and back. RGB is linear, with the primaries of BT.709.
  *
+ * With X, Y, Z as in xyz.h and the white point u'n = 0.197839, v'n = 0.468342:
+ *
+ *     L = 116 Y^(1/3) - 16 if Y > 0.008856, else 903.3 Y
+ *     u = 13 L (u' - u'n), u' = 4 X / (X + 15 Y + 3 Z)
+ *     v = 13 L (v' - v'n), v' = 9 Y / (X + 15 Y + 3 Z)
+ *
+ * and back:
+ *
+ *     Y = ((L + 16) / 116)^3 if L > 7.9996247, else L / 903.3
+ *     X = 9/4 Y u' / v', Z = 3 Y / v' - 5 Y - X / 3, u' = u / (13 L) + u'n, v' = v / (13 L) + v'n
+ *
  * L goes from 0 to 100, u from -134 to 220, v from -140 to 122. 32f samples carry them as they are, beside RGB from 0
- * to 1; integer samples carry RGB, L, u and v scaled to the full range of their type.
+ * to 1; integer samples carry RGB, L, u and v scaled to the full range of their type: 8u as L * 2.55, (u + 134) * 255 / 354
+ * and (v + 140) * 255 / 262, 16u likewise with 65535 for 255, 16s as 16u less 32768.
  *
  * Arithmetic is in single precision, in the caller's rounding mode, with the processor's approximate reciprocal where a
  * description says so; u and v of the forward direction rest on it, refined once, in all columns.
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), width and height must be at least 1
- * (moxStatusBadSize); steps are not tested, zero and negative ones included.
+ * (moxStatusBadSize); steps are bytes and are not tested, zero and negative ones included. The 16u and 16s forms and
+ * moxiLUVToRGB_32f_AC4R round a step down to a whole number of samples. In the AC4 forms the fourth sample of a source
+ * pixel is not read.
  *
  * @{
  */

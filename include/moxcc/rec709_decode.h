@@ -3,11 +3,20 @@
  * @ingroup video
  * @brief YCbCr with the matrices of ITU-R BT.709 to BGR, 8 bits, subsampled and at full resolution.
  *
- * 709CSC is studio range, Y from 16 to 235 and chroma from 16 to 240: R = 1.164 (Y - 16) + 1.793 (Cr - 128), G =
- * 1.164 (Y - 16) - 0.213 (Cb - 128) - 0.534 (Cr - 128), B = 1.164 (Y - 16) + 2.115 (Cb - 128). 709HDTV takes Y as it
- * is: R = Y + 1.540 (Cr - 128), G = Y - 0.183 (Cb - 128) - 0.459 (Cr - 128), B = Y + 1.816 (Cb - 128). Results are
- * limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends on the
- * width alone, and is told with each function.
+ * 709CSC is studio range, Y from 16 to 235 and chroma from 16 to 240:
+ *
+ *     R = 1.164 (Y - 16)                      + 1.793 (Cr - 128)
+ *     G = 1.164 (Y - 16) - 0.213 (Cb - 128) - 0.534 (Cr - 128)
+ *     B = 1.164 (Y - 16) + 2.115 (Cb - 128)
+ *
+ * 709HDTV is full range:
+ *
+ *     R = Y                      + 1.540 (Cr - 128)
+ *     G = Y - 0.183 (Cb - 128) - 0.459 (Cr - 128)
+ *     B = Y + 1.816 (Cb - 128)
+ *
+ * Results are limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends on
+ * the width alone, and is told with each function.
  *
  * Each pixel takes the chroma of the cell that it lies in, unfiltered. Of 4:2:0 the whole cells of 2 by 2 pixels are
  * decoded: the last column of an odd width and the last row of an odd height are neither read nor written, and the

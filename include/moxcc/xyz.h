@@ -3,6 +3,10 @@
  * @ingroup models
  * @brief RGB and CIE XYZ: one matrix each way, for linear RGB with the primaries of BT.709 and the D65 white.
  *
+ *     X =  0.412453 R + 0.357580 G + 0.180423 B        R =  3.240479 X - 1.537150 Y - 0.498535 Z
+ *     Y =  0.212671 R + 0.715160 G + 0.072169 B        G = -0.969256 X + 1.875991 Y + 0.041556 Z
+ *     Z =  0.019334 R + 0.119193 G + 0.950227 B        B =  0.055648 X - 0.204043 Y + 1.057311 Z
+ *
  * Pixels are R, G, B and X, Y, Z in this order. Samples hold 0 to 1 scaled to the depth: to 255, to 65535 (16s less 32768), or
  * unscaled (32f). Z of white is 1.089 and is limited to the top value.
  *

@@ -3,10 +3,12 @@
  * @ingroup video
  * @brief Subsampled YCbCr of ITU-R BT.601 to RGB and BGR, 8 bits.
  *
- * The formulas are those of ycbcr.h: studio range, R = 1.164 (Y - 16) + 1.596 (Cr - 128), G = 1.164 (Y - 16) - 0.392
- * (Cb - 128) - 0.813 (Cr - 128), B = 1.164 (Y - 16) + 2.017 (Cb - 128), limited to 0 to 255, in fixed-point forms
- * that differ by where they round. Which column follows which form depends on the width alone, and is told with each
- * function.
+ *     R = 1.164 (Y - 16)                      + 1.596 (Cr - 128)
+ *     G = 1.164 (Y - 16) - 0.392 (Cb - 128) - 0.813 (Cr - 128)
+ *     B = 1.164 (Y - 16) + 2.017 (Cb - 128)
+ *
+ * Studio range, as in ycbcr.h; results are limited to 0 to 255. The fixed-point forms of these formulas differ by where they
+ * round. Which column follows which form depends on the width alone, and is told with each function.
  *
  * Each pixel takes the chroma of the cell that it lies in, unfiltered. Of 4:2:0 the whole cells of 2 by 2 pixels are
  * decoded: the last column of an odd width and the last row of an odd height are neither read nor written, and the

@@ -1,12 +1,20 @@
 /**
  * @defgroup ycc RGB and PhotoYCC
  * @ingroup models
- * @brief RGB and PhotoYCC: luma and two colour differences, C1 of blue and C2 of red, as the photographic YCC encoding has them.
+ * @brief RGB and PhotoYCC: luma and two colour differences, C1 of blue and C2 of red, as the photographic YCC encoding has
+ * them.
  *
- * Pixels are R, G, B and Y, C1, C2 in this order. On the 8-bit scale white is Y = 181, and C1 and C2 have offsets of 156 and
- * 137; 16u samples have offsets of 40092 and 35209, 16s samples are 16u samples less 32768, and 32f samples have R, G, B in 0
- * to 1 and offsets of 156/255 and 137/255. Luma weighs R, G, B as BT.601 does. The two directions have constants of their own
- * and are no exact inverses: 8-bit white comes back as 245.
+ *     l = 0.299 R + 0.587 G + 0.114 B
+ *     Y = 0.7132668 l, C1 = 0.4368627 (B - l) + o1, C2 = 0.53192 (R - l) + o2
+ *
+ * and back, with y = 1.3584 Y, c1 = 2.2179 (C1 - o1) and c2 = 1.8215 (C2 - o2):
+ *
+ *     R = y + c2, G = y - 0.194 c1 - 0.509 c2, B = y + c1
+ *
+ * Pixels are R, G, B and Y, C1, C2 in this order. On the 8-bit scale white is Y = 181, and the offsets o1 and o2 are 156 and
+ * 137; 16u samples have 40092 and 35209, 16s samples are 16u samples less 32768, and 32f samples have R, G, B in 0 to 1 and
+ * offsets of 156/255 and 137/255. Luma weighs R, G, B as BT.601 does. The two directions have constants of their own and are
+ * no exact inverses: 8-bit white comes back as 245.
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), then width and height must be at least 1
  * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In AC4R

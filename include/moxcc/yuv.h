@@ -3,9 +3,11 @@
  * @ingroup models
  * @brief RGB and full-range YUV, 8 bits, at full resolution.
  *
- * Y = 0.299 R + 0.587 G + 0.114 B with the luma weights of ITU-R BT.601, U = 0.492 (B - Y) + 128 and V = 0.877 (R -
- * Y) + 128, limited to 0 to 255. Back: R = Y + 1.140 (V - 128), G = Y - 0.394 (U - 128) - 0.581 (V - 128), B = Y +
- * 2.032 (U - 128), limited likewise; any samples are accepted.
+ *     Y = 0.299 R + 0.587 G + 0.114 B                  R = Y                     + 1.140 (V - 128)
+ *     U = 128 + 0.492 (B - Y)                          G = Y - 0.394 (U - 128) - 0.581 (V - 128)
+ *     V = 128 + 0.877 (R - Y)                          B = Y + 2.032 (U - 128)
+ *
+ * with the luma weights of ITU-R BT.601. Results are limited to 0 to 255; any samples are accepted.
  *
  * The fixed-point forms of these formulas differ by where they round, by at most one or two steps. Which column of a
  * row follows which form depends on the width alone, and is told with each function.
