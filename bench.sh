@@ -1,11 +1,14 @@
 #!/bin/sh
-# ./bench.sh [regex] [WIDTHxHEIGHT ...]
+# ./bench.sh [--markdown] [regex] [WIDTHxHEIGHT ...]
 # Installs what is missing, builds the benchmarks and prints the table for the rows that match, at 1280x720 by default.
+# With --markdown, at three sizes and as a page: ./bench.sh --markdown >docs/measurements.md
 set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-need cmake ninja-build gcc g++ libbenchmark-dev libyuv-dev libopencv-core-dev libopencv-imgproc-dev libswscale-dev
-cmake --preset bench >/dev/null
-cmake --build --preset bench
+{
+    need cmake ninja-build gcc g++ libbenchmark-dev libyuv-dev libopencv-core-dev libopencv-imgproc-dev libswscale-dev
+    cmake --preset bench
+    cmake --build --preset bench
+} >&2
 exec build/bench/bin/moxcc_bench "$@"

@@ -1,4 +1,5 @@
-// moxcc_bench [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches.
+// moxcc_bench [--markdown] [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches,
+// at 1280x720 if no size is given; with --markdown at three sizes, as a page of the documentation.
 //
 // A row's contenders run as Google Benchmark repetitions in random order, so that a burst of other work on the machine
 // hits all alike; the best repetition of each counts. Times are processor time of the one thread.
@@ -12,6 +13,8 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <regex>
@@ -28,6 +31,11 @@ std::vector<Row>& allRows() {
 
 namespace {
 
+#ifdef __clang__
+constexpr char compiler[] = __VERSION__;
+#else
+constexpr char compiler[] = "gcc " __VERSION__;
+#endif
 const std::string kSse42 = "SSE4.2", kAvx2 = "AVX2", kMemcpy = "memcpy";
 
 // Keeps the best time of each contender, in seconds.
@@ -91,18 +99,28 @@ Run memcpyRun(const Picture& src, const Picture& dst) {
     };
 }
 
-// The table: one line per row and size as soon as it is measured, and a summary at the end. The lines are also
-// Markdown.
+// The table, in Markdown: one line per row and size as soon as it is measured, and a summary at the end.
 class Report {
   public:
+    // What makes a page of the documentation of the table.
+    void title() const {
+        std::string processor = "unknown processor", line;
+        for (std::ifstream info("/proc/cpuinfo"); std::getline(info, line);)
+            if (line.starts_with("model name")) processor = line.substr(line.find(':') + 2);
+        char today[16];
+        const std::time_t now = std::time(nullptr);
+        std::strftime(today, sizeof today, "%Y-%m-%d", std::localtime(&now));
+        std::printf("# Measurements {#measurements}\n\n");
+        std::printf("Written by `./bench.sh --markdown` on %s: one core of %s; compiler %s%s.\n", today,
+                    processor.c_str(), compiler, peerVersions().c_str());
+        std::printf("@ref performance says how to read it.\n\n");
+    }
+
     void header() const {
-        std::printf("| %-46s | %9s | %7s | %7s | %-44s | %6s | %6s | %6s |\n", "MPix/s, best of the run", "size",
-                    "SSE4.2", "AVX2", "peers", "SSE4.2", "AVX2", "AVX2 /");
-        std::printf("| %-46s | %9s | %7s | %7s | %-44s | %6s | %6s | %6s |\n", "", "", "", "", "", "/ best", "/ best",
-                    "memcpy");
-        std::printf("|%s|%s|%s|%s|%s|%s|%s|%s|\n", std::string(48, '-').c_str(), std::string(11, '-').c_str(),
-                    std::string(9, '-').c_str(), std::string(9, '-').c_str(), std::string(46, '-').c_str(),
-                    std::string(8, '-').c_str(), std::string(8, '-').c_str(), std::string(8, '-').c_str());
+        tableLine("MPix/s, best of the run", "size", "SSE4.2", "AVX2", "peers", "SSE4.2/peer", "AVX2/peer",
+                  "AVX2/copy");
+        tableLine(std::string(46, '-'), std::string(9, '-'), std::string(7, '-'), std::string(7, '-'),
+                  std::string(44, '-'), std::string(11, '-'), std::string(9, '-'), std::string(9, '-'));
     }
 
     void line(const Row& row, MoxiSize size, const BestTimes& best) {
@@ -121,10 +139,8 @@ class Report {
             peer = std::fmin(peer, t);
         }
         const std::string sizeText = std::to_string(size.width) + "x" + std::to_string(size.height);
-        std::printf("| %-46s | %9s | %7s | %7s | %-44s | %6s | %6s | %6s |\n", row.name.c_str(), sizeText.c_str(),
-                    speed(kSse42).c_str(), speed(kAvx2).c_str(), peers.c_str(),
-                    text("%.2f", peer / time(kSse42)).c_str(), text("%.2f", peer / time(kAvx2)).c_str(),
-                    text("%.0f%%", 100 * time(kMemcpy) / time(kAvx2)).c_str());
+        tableLine(row.name, sizeText, speed(kSse42), speed(kAvx2), peers, text("%.2f", peer / time(kSse42)),
+                  text("%.2f", peer / time(kAvx2)), text("%.0f%%", 100 * time(kMemcpy) / time(kAvx2)));
         if (!best.errors.empty()) {
             std::printf("   ");
             for (const auto& [name, error] : best.errors) std::printf(" %s: %s;", name.c_str(), error.c_str());
@@ -144,13 +160,18 @@ class Report {
         if (compared_ > 0) {
             std::printf("\n%d rows with a peer: AVX2 is %.2f times the best peer in the geometric mean", compared_,
                         std::exp(logSum_ / compared_));
-            std::printf(slower_.empty() ? ", slower in none\n" : ", slower in %zu:\n", slower_.size());
+            std::printf(slower_.empty() ? ", slower in none\n" : ", slower in %zu:\n\n", slower_.size());
             for (const std::string& row : slower_) std::printf("    %s\n", row.c_str());
         }
         return !failed_;
     }
 
   private:
+    template <class... Cells>
+    static void tableLine(const Cells&... cells) {
+        std::printf("| %-46s | %9s | %7s | %7s | %-44s | %11s | %9s | %9s |\n", std::string(cells).c_str()...);
+    }
+
     static std::string text(const char* format, double value) {
         if (std::isnan(value)) return "-";
         char buffer[32];
@@ -202,25 +223,33 @@ int benchMain(int argc, char** argv) {
     int count = int(arguments.size());
     benchmark::Initialize(&count, arguments.data());
 
+    bool markdown = false;
     std::regex wanted(".");
     std::vector<MoxiSize> sizes;
     for (int i = 1; i < count; ++i) {
         MoxiSize size;
         int length = 0;
-        if (std::sscanf(arguments[size_t(i)], "%dx%d%n", &size.width, &size.height, &length) == 2 &&
-            arguments[size_t(i)][length] == 0 && size.width > 0 && size.height > 0) {
+        if (!std::strcmp(arguments[size_t(i)], "--markdown")) {
+            markdown = true;
+        } else if (std::sscanf(arguments[size_t(i)], "%dx%d%n", &size.width, &size.height, &length) == 2 &&
+                   arguments[size_t(i)][length] == 0 && size.width > 0 && size.height > 0) {
             sizes.push_back(size);
         } else {
             wanted = std::regex(arguments[size_t(i)]);
         }
     }
-    if (sizes.empty()) sizes = {{1280, 720}};
+    if (sizes.empty()) {
+        sizes = {{1280, 720}};
+        if (markdown)
+            sizes = {{64, 64}, {1280, 720}, {3840, 2160}};  // what a call costs, a picture, what memory allows
+    }
 
 #if MOXCC_BENCH_OPENCV
     cv::setNumThreads(1);
 #endif
     const std::vector<LibraryFile> files = openLibraries();
     Report report;
+    if (markdown) report.title();
     report.header();
     for (const Row& row : allRows()) {
         if (!std::regex_search(row.name, wanted)) continue;

@@ -10,6 +10,20 @@ extern "C" {
 
 namespace bench {
 
+std::string peerVersions() {
+    std::string versions;
+#if MOXCC_BENCH_OPENCV
+    versions += ", OpenCV " CV_VERSION;
+#endif
+#if MOXCC_BENCH_LIBYUV
+    versions += ", libyuv " + std::to_string(LIBYUV_VERSION);
+#endif
+#if MOXCC_BENCH_SWSCALE
+    versions += ", libswscale " AV_STRINGIFY(LIBSWSCALE_VERSION);
+#endif
+    return versions;
+}
+
 #if MOXCC_BENCH_OPENCV
 
 cv::Mat mat(const Picture& picture, int plane) {

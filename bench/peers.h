@@ -12,6 +12,9 @@
 
 namespace bench {
 
+// ", OpenCV 4.6.0, ..."
+std::string peerVersions();
+
 // A peer without preparation: function(src, dst) does all the work.
 template <class F>
 auto plainPeer(F function) {
