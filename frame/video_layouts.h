@@ -144,7 +144,6 @@ using Planar422 = LumaPlane<1, SeparateChroma<2>>;
 using Planar420 = LumaPlane<2, SeparateChroma<2>>;
 using Planar411 = LumaPlane<1, SeparateChroma<4>>;
 using SemiPlanar420 = LumaPlane<2, PairedChroma<2>>;
-using SemiPlanar411 = LumaPlane<1, PairedChroma<4>>;
 
 enum class Order { lumaFirst, chromaFirst };
 

@@ -138,7 +138,6 @@ using BGR = Reversed<RGB>;
 using BGRA = Reversed<RGBA>;
 using PlanarRGB = P3<Mox8u>;
 
-using YCrCb422 = Crossed<YCbCr422>;
 using PlanarYCrCb420 = Crossed<Planar420>;
 
 // ---- kernels --------------------------------------------------------------------------------------------------------

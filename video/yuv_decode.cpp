@@ -2,6 +2,7 @@
 #include "moxcc/yuv_decode.h"
 
 #include "models/yuv_rules.h"
+#include "video/contiguous.h"
 #include "video/decode.h"
 
 namespace q4 {
@@ -33,33 +34,6 @@ using ownYUV420ToBGR_8u_P3C3R = Decode<Planar420, TwoRows<BGR>, 1, UI9>;
 using innerYUV420ToRGB_8u_P3R = Decode<Planar420, TwoRows<Planes>, 1, UI7>;
 using innerYUV420ToRGB_8u_P3AC4R = Decode<Planar420, TwoRows<RGB0>, 4, UI8, UI2>;
 
-// ---- entries --------------------------------------------------------------------------------------------------------
-
-// The forms without steps: planes and pixels follow one another without gaps.
-
-template <class Kernel, class D>
-MoxStatus contiguous420(const Kernel& kernel, const Mox8u* const* srcPlanes, D* dst, ptrdiff_t dstStep,
-                        MoxiSize roiSize) {
-    const int32_t chromaStep = roiSize.width / 2;
-    const int32_t steps[3] = {roiSize.width, chromaStep, chromaStep};
-    return decode420(kernel, srcPlanes, steps, dst, dstStep, roiSize);
-}
-
-/// A picture that is large enough and of even width is taken as one row.
-MoxiSize asOneRow(MoxiSize size) {
-    const auto pixels = int32_t(uint32_t(size.width) * uint32_t(size.height));
-    return pixels >= 256 && size.width % 2 == 0 ? MoxiSize{pixels, 1} : size;
-}
-
-template <class Kernel, class D>
-MoxStatus contiguous422(const Kernel& kernel, const Mox8u* const* srcPlanes, D* dst, ptrdiff_t dstStep,
-                        MoxiSize roiSize) {
-    if (MoxStatus s = checkPicture<PlanesTested::afterSize, 3, 3>(srcPlanes, dst, roiSize)) return s;
-    const int32_t chromaStep = roiSize.width / 2 + roiSize.width % 2;
-    const int32_t steps[3] = {roiSize.width, chromaStep, chromaStep};
-    return convert(kernel, srcPlanes, steps, dst, dstStep, asOneRow(roiSize));
-}
-
 }  // namespace
 }  // namespace q4
 
@@ -81,10 +55,12 @@ MoxStatus moxiYUV422ToRGB_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* s
     return convert(innerYUV422ToRGB_8u_P3R{}, srcPlanes, srcSteps, dstPlanes, dstStep, roiSize);
 }
 MoxStatus moxiYUV422ToRGB_8u_P3C3(const Mox8u* const* srcPlanes, Mox8u* dst, MoxiSize roiSize) {
-    return contiguous422(innerYUV422ToRGB_8u_P3C3R{}, srcPlanes, dst, 3 * ptrdiff_t(roiSize.width), roiSize);
+    return convert(innerYUV422ToRGB_8u_P3C3R{}, srcPlanes, natural422(roiSize.width).planes, dst,
+                   3 * ptrdiff_t(roiSize.width), joinedRows(roiSize));
 }
 MoxStatus moxiYUV422ToRGB_8u_P3(const Mox8u* const* srcPlanes, Mox8u* const* dstPlanes, MoxiSize roiSize) {
-    return contiguous422(innerYUV422ToRGB_8u_P3R{}, srcPlanes, dstPlanes, roiSize.width, roiSize);
+    return convert(innerYUV422ToRGB_8u_P3R{}, srcPlanes, natural422(roiSize.width).planes, dstPlanes, roiSize.width,
+                   joinedRows(roiSize));
 }
 
 MoxStatus moxiYUV420ToRGB_8u_P3C3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst, int32_t dstStep,
@@ -104,8 +80,10 @@ MoxStatus moxiYUV420ToRGB_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* s
     return decode420(innerYUV420ToRGB_8u_P3R{}, srcPlanes, srcSteps, dstPlanes, dstStep, roiSize);
 }
 MoxStatus moxiYUV420ToRGB_8u_P3C3(const Mox8u* const* srcPlanes, Mox8u* dst, MoxiSize roiSize) {
-    return contiguous420(inner_Q3_YUV420ToRGB_8u_P3C3R{}, srcPlanes, dst, 3 * ptrdiff_t(roiSize.width), roiSize);
+    return decode420(inner_Q3_YUV420ToRGB_8u_P3C3R{}, srcPlanes, natural420(roiSize.width).planes, dst,
+                     3 * ptrdiff_t(roiSize.width), roiSize);
 }
 MoxStatus moxiYUV420ToRGB_8u_P3(const Mox8u* const* srcPlanes, Mox8u* const* dstPlanes, MoxiSize roiSize) {
-    return contiguous420(innerYUV420ToRGB_8u_P3R{}, srcPlanes, dstPlanes, roiSize.width, roiSize);
+    return decode420(innerYUV420ToRGB_8u_P3R{}, srcPlanes, natural420(roiSize.width).planes, dstPlanes, roiSize.width,
+                     roiSize);
 }

@@ -1,6 +1,7 @@
 // RGB and BGR to subsampled YUV, full range: 4:2:2 and 4:2:0.
 #include "moxcc/yuv_encode.h"
 
+#include "video/contiguous.h"
 #include "video/encode.h"
 
 namespace q4 {
@@ -153,25 +154,6 @@ MoxStatus myRGBToYUV422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const
                ? encodeCells(inner_Q3_RGBToYUV422_8u_C3P3R{}, from, to, roiSize)
                : encodeCells(innerRGBToYUV422_8u_C3P3R{}, from, to, roiSize);
 }
-
-// Steps of images without gaps between their rows; the width may be any.
-struct PlaneSteps {
-    int32_t planes[3];
-};
-constexpr int32_t naturalRGB(int32_t width) { return int32_t(3 * uint32_t(width)); }
-constexpr PlaneSteps natural422(int32_t width) {
-    const int32_t chroma = width / 2 + (width & 1);
-    return {{width, chroma, chroma}};
-}
-constexpr PlaneSteps natural420(int32_t width) { return {{width, width / 2, width / 2}}; }
-
-int32_t pixelsOf(MoxiSize size) { return int32_t(uint32_t(size.width) * uint32_t(size.height)); }
-
-/// Whether a 4:2:2 image without gaps is a single row to the kernels: one of pairs alone and not too small.
-bool isOneRow(MoxiSize size) {
-    return size.width > 0 && size.height > 0 && size.width % 2 == 0 && pixelsOf(size) >= 256;
-}
-MoxiSize joinedRows(MoxiSize size) { return isOneRow(size) ? MoxiSize{pixelsOf(size), 1} : size; }
 
 }  // namespace
 }  // namespace q4
