@@ -253,8 +253,8 @@ MoxStatus cfaToBGRA(const T* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t src
     // The frame repeats whole pixels of the interior: first its columns, then its rows over the region's full width.
     const auto repeatColumn = [&](bool wanted, ptrdiff_t column, ptrdiff_t as) {
         if (wanted)
-            moxiCopy_8u_C1R_L(pixel(column, y0), dstStep, pixel(as, y0), dstStep,
-                              {int32_t(C4<T>::bytes(0, 1)), int32_t(y1 + 1 - y0)});
+            moxiCopy_8u_C1R(pixel(column, y0), dstStep, pixel(as, y0), dstStep,
+                            {int32_t(C4<T>::bytes(0, 1)), int32_t(y1 + 1 - y0)});
     };
     repeatColumn(x == 0, x0, x0 - 2);
     repeatColumn(x == 0 || x == 1, x0, x0 - 1);
@@ -263,8 +263,7 @@ MoxStatus cfaToBGRA(const T* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t src
 
     const auto repeatRow = [&](bool wanted, ptrdiff_t row, ptrdiff_t as) {
         if (wanted)
-            moxiCopy_8u_C1R_L(pixel(x, row), dstStep, pixel(x, as), dstStep,
-                              {int32_t(C4<T>::bytes(0, srcRoi.width)), 1});
+            moxiCopy_8u_C1R(pixel(x, row), dstStep, pixel(x, as), dstStep, {int32_t(C4<T>::bytes(0, srcRoi.width)), 1});
     };
     repeatRow(y == 0, y0, y0 - 2);
     repeatRow(y == 0 || y == 1, y0, y0 - 1);

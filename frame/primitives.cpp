@@ -12,17 +12,6 @@ namespace {
 
 // ---- copy and fill --------------------------------------------------------------------------------------------------
 
-/// Stores past the cache in whole vectors between the ends, which are ordinary stores.
-template <class Make>
-void streamBytes(uint8_t* dst, ptrdiff_t len, Make vectorAt, auto storeHead) {
-    const ptrdiff_t head = ptrdiff_t(-reinterpret_cast<uintptr_t>(dst) & (vectorBytes - 1));
-    storeHead(0, head);
-    ptrdiff_t i = head;
-    for (; i + vectorBytes <= len; i += vectorBytes) stream(dst + i, vectorAt(i));
-    storeHead(i, len - i);
-    storeFence();
-}
-
 constexpr int64_t largestFillInCache = 0x80000;
 
 /// A fill that the largest cache cannot hold would only drive other data out of it.
@@ -32,34 +21,14 @@ void owniSet_8u_C1_Q2(Mox8u value, uint8_t* dst, int64_t len) {
         std::memset(dst, value, size_t(len));
         return;
     }
-    const U8 filled = splat<U8>(value);
-    streamBytes(
-        dst, len, [=](ptrdiff_t) { return filled; },
-        [=](ptrdiff_t at, ptrdiff_t n) { std::memset(dst + at, value, size_t(n)); });
+    // Stores past the cache are of whole aligned vectors.
+    const ptrdiff_t head = ptrdiff_t(-reinterpret_cast<uintptr_t>(dst) & (vectorBytes - 1));
+    std::memset(dst, value, size_t(head));
+    ptrdiff_t i = head;
+    for (; i + vectorBytes <= len; i += vectorBytes) stream(dst + i, splat<U8>(value));
+    std::memset(dst + i, value, size_t(len - i));
+    storeFence();
 }
-
-MoxStatus copyBytes(const void* src, void* dst, int32_t len, size_t size) {
-    if (MoxStatus s = firstOf(notNull(src, dst), require([=] { return len >= 1; }, moxStatusBadSize))) return s;
-    std::memcpy(dst, src, size_t(len) * size);
-    return moxStatusOk;
-}
-
-template <class Operation>
-MoxStatus eachSample(const Mox32f* src, Mox32f* dst, int32_t len, Operation operation) {
-    if (MoxStatus s = firstOf(notNull(src, dst), require([=] { return len >= 1; }, moxStatusBadSize))) return s;
-    AllColumns<C1<Mox32f>, C1<Mox32f>, On<F32, Operation>>{{operation}}.row(image(src, 0).row(0), image(dst, 0).row(0),
-                                                                            len);
-    return moxStatusOk;
-}
-
-struct AddConstant {
-    Mox32f value;
-    MOX_INLINE Px<F32, 1> operator()(Px<F32, 1> x) const { return {{x.c[0] + splat<F32>(value)}}; }
-};
-struct SubtractConstant {
-    Mox32f value;
-    MOX_INLINE Px<F32, 1> operator()(Px<F32, 1> x) const { return {{x.c[0] - splat<F32>(value)}}; }
-};
 
 // ---- sum ------------------------------------------------------------------------------------------------------------
 
@@ -129,10 +98,6 @@ MoxStatus moxiCopy_8u_C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t
     return moxStatusOk;
 }
 
-MoxStatus moxiCopy_8u_C1R_L(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return moxiCopy_8u_C1R(src, srcStep, dst, dstStep, roiSize);
-}
-
 MoxStatus moxiSet_8u_C1R(Mox8u value, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
     if (MoxStatus s = firstOf(notNull(dst), sizeAtLeast(roiSize, 1, 1))) return s;
     const bool oneRun = roiSize.width == dstStep;
@@ -182,33 +147,6 @@ MoxStatus moxiMean_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize,
     const int32_t count = int32_t(uint32_t(roiSize.width) * uint32_t(roiSize.height));
     *result = sum / count;
     return moxStatusOk;
-}
-
-MoxStatus moxsCopy_8u(const Mox8u* src, Mox8u* dst, int32_t len) { return copyBytes(src, dst, len, 1); }
-MoxStatus moxsCopy_32f(const Mox32f* src, Mox32f* dst, int32_t len) { return copyBytes(src, dst, len, 4); }
-MoxStatus moxsCopy_32s(const Mox32s* src, Mox32s* dst, int32_t len) { return copyBytes(src, dst, len, 4); }
-
-MoxStatus moxsSet_32f(Mox32f value, Mox32f* dst, int32_t len) {
-    if (MoxStatus s = firstOf(notNull(dst), require([=] { return len >= 1; }, moxStatusBadSize))) return s;
-    for (int32_t i = 0; i < len; ++i) dst[i] = value;
-    return moxStatusOk;
-}
-
-MoxStatus moxsAddC_32f(const Mox32f* src, Mox32f value, Mox32f* dst, int32_t len) {
-    return value == 0 ? copyBytes(src, dst, len, 4) : eachSample(src, dst, len, AddConstant{value});
-}
-MoxStatus moxsSubC_32f(const Mox32f* src, Mox32f value, Mox32f* dst, int32_t len) {
-    return value == 0 ? copyBytes(src, dst, len, 4) : eachSample(src, dst, len, SubtractConstant{value});
-}
-
-void ownccCopy_8u_C1_Q2(const Mox8u* src, Mox8u* dst, int32_t len, int nonTemporal) {
-    if (!nonTemporal || len < 64) {
-        std::memcpy(dst, src, size_t(len));
-        return;
-    }
-    streamBytes(
-        dst, len, [=](ptrdiff_t at) { return load<U8>(src + at); },
-        [=](ptrdiff_t at, ptrdiff_t n) { std::memcpy(dst + at, src + at, size_t(n)); });
 }
 
 }  // namespace q4
