@@ -1,6 +1,6 @@
 #!/bin/bash
-# tests/install_test.sh BUILD: installs a build into a new folder, moves it, and builds and runs the examples against it as a
-# user would, through CMake and through pkg-config.
+# tests/install_test.sh BUILD: installs a build into a new folder, moves it, and builds and runs the examples, and those in
+# README.md, against it as a user would, through CMake and through pkg-config.
 set -euo pipefail
 
 source=$(cd "$(dirname "$0")/.." && pwd)
@@ -23,6 +23,11 @@ done
 "$work/cpp/tonemap" "$work/cmake.pgm"
 
 echo "== through pkg-config"
+# The two programs in README.md.
+for language in c cpp; do
+    sed -n "/^\`\`\`$language\$/,/^\`\`\`\$/{/^\`\`\`/d;p}" "$source/README.md" >"$work/readme.$language"
+done
+
 export PKG_CONFIG_PATH=$work/tree/lib/pkgconfig
 flags=$(pkg-config --cflags --libs moxcc)
 rpath=-Wl,-rpath,$(pkg-config --variable=libdir moxcc)
@@ -30,7 +35,11 @@ rpath=-Wl,-rpath,$(pkg-config --variable=libdir moxcc)
 {
     ${CC:-cc} -std=c99 "$source/examples/c/gray.c" -o "$work/gray" $flags "$rpath"
     ${CXX:-c++} -std=c++17 "$source/examples/cpp/tonemap.cpp" -o "$work/tonemap" $flags "$rpath"
+    ${CC:-cc} -std=c99 -Wall -Wextra -Werror "$work/readme.c" -o "$work/readme_c" $flags "$rpath"
+    ${CXX:-c++} -std=c++11 -Wall -Wextra -Werror "$work/readme.cpp" -o "$work/readme_cpp" $flags "$rpath"
 }
 "$work/gray"
 "$work/tonemap" "$work/pkg-config.pgm"
+"$work/readme_c"
+"$work/readme_cpp"
 cmp "$work/cmake.pgm" "$work/pkg-config.pgm"
