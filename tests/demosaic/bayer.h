@@ -18,12 +18,17 @@ inline Colour colourAt(MoxBayerGrid grid, int x, int y) {
     return c == 'R' ? red : c == 'G' ? green : blue;
 }
 
-/// Samples of noise, of coarse noise (in which gradients tie), of extremes, of edges or of one value.
+/// Samples of noise, of coarse noise (in which gradients tie), of extremes, of edges, of one value, of almost one value
+/// (in which gradients are as small as the least threshold), or of a check of extremes with a few others among them (in
+/// which 16-bit distances of chroma leave 31 bits).
 template <class T>
 void fillBayer(Plane<T>& src, Random& random) {
-    const auto kind = random.between(0, 4);
+    const auto kind = random.between(0, 6);
     const T low = random.sample<T>(), high = random.sample<T>(), top = std::numeric_limits<T>::max();
+    const auto checkWidth = random.between(1, 3), checkHeight = random.between(1, 3);
+    int site = -1;
     src.fill([&]() -> T {
+        ++site;
         switch (kind) {
             case 0:
                 return random.sample<T>();
@@ -33,6 +38,12 @@ void fillBayer(Plane<T>& src, Random& random) {
                 return random.oneIn(2) ? T(0) : top;
             case 3:
                 return random.oneIn(5) ? low : high;
+            case 4:
+                return random.oneIn(25) ? T(low ^ 1) : low;
+            case 5: {
+                const auto x = site % src.columns() / checkWidth, y = site / src.columns() / checkHeight;
+                return random.oneIn(50) ? random.sample<T>() : (x ^ y) & 1 ? top : T(0);
+            }
             default:
                 return low;
         }
