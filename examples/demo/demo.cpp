@@ -36,6 +36,7 @@ void Demo::section(const std::string& title) {
     progress("");
     std::printf("%s\n", title.c_str());
     sheet_.heading(name_ + ": " + title);
+    drop();
 }
 
 bool Demo::run(const char* name, const std::function<MoxStatus()>& call, const std::function<void()>& prepare) {
@@ -55,38 +56,47 @@ bool Demo::run(const char* name, const std::function<MoxStatus()>& call, const s
     }
     const MoxiSize size = source_.size();
     const double seconds = std::max(std::chrono::duration<double>(best).count(), 1e-9);
+    const double speed = double(size.width) * size.height / seconds * 1e-6;
     const bool written = status >= 0 && status != moxStatusNoOperation;
     progress("");
     std::printf("  %-44s %5d x %-5d %-13s", name, size.width, size.height, statusText(status).c_str());
-    if (written) std::printf(" %8.0f MPix/s", double(size.width) * size.height / seconds * 1e-6);
+    if (written) std::printf(" %8.0f MPix/s", speed);
     std::printf("\n");
     std::fflush(stdout);
-    lastFunction_ = name;
-    note_.clear();
+    if (written) {
+        functions_.push_back(name);
+        speeds_ += (speeds_.empty() ? "" : " + ") + std::to_string(std::lround(speed));
+    }
     return written;
 }
 
 void Demo::note(const std::string& text) {
     std::printf("      %s\n", text.c_str());
-    note_ += (note_.empty() ? "" : ", ") + text;
+    notes_ += (notes_.empty() ? "" : ", ") + text;
+}
+
+void Demo::detail(const std::string& caption, const Image8& image) { sheet_.tile(caption, {}, image); }
+
+void Demo::drop() {
+    functions_.clear();
+    notes_.clear();
+    speeds_.clear();
 }
 
 template <class T>
-void Demo::showAny(const std::string& name, const std::string& caption, const Image<T>& image) {
+void Demo::show(const std::string& name, const std::string& caption, const Image<T>& image, MoxiRect part) {
     progress(name_ + ": writing " + name + ".png");
     writePng(folder_ / (name + ".png"), image);
-    sheet_.tile(caption, note_.empty() ? lastFunction_ : lastFunction_ + "\n" + note_, depth<Mox8u>(image));
-    note_.clear();
+    std::vector<std::string> details = std::move(functions_);
+    if (!speeds_.empty()) details.push_back(speeds_ + " MPix/s");
+    if (!notes_.empty()) details.push_back(notes_);
+    sheet_.tile(caption, details, depth<Mox8u>(crop(image, part)));
+    drop();
     progress("");
 }
 
-void Demo::show(const std::string& name, const std::string& caption, const Image8& image) {
-    showAny(name, caption, image);
-}
-
-void Demo::show(const std::string& name, const std::string& caption, const Image16& image) {
-    showAny(name, caption, image);
-}
+template void Demo::show(const std::string&, const std::string&, const Image8&, MoxiRect);
+template void Demo::show(const std::string&, const std::string&, const Image16&, MoxiRect);
 
 std::string decibels(double psnr) {
     if (std::isinf(psnr)) return "equal";

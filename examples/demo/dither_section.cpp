@@ -1,51 +1,73 @@
-// Few levels: the methods of bit-depth reduction side by side, each at 2 and 8 levels, without noise and with it.
+// Few levels: each method of bit-depth reduction at 2 and 8 levels, without noise and with it.
 #include "demo.h"
+#include "sheet.h"
 
 namespace demo {
+namespace {
 
-void ditherSection(Demo& demo) {
-    constexpr struct {
-        MoxDitherType type;
-        const char *name, *caption;
-    } methods[] = {{moxDitherNone, "none", "Nearest level"},
-                   {moxDitherFs, "floyd-steinberg", "Floyd and Steinberg"},
-                   {moxDitherJj, "jarvis", "Jarvis, Judice and Ninke"},
-                   {moxDitherSt, "stucki", "Stucki"},
-                   {moxDitherBayer, "ordered", "Ordered, 4 by 4"}};
-    constexpr int32_t u8 = 1;  // the code of the data type
-    constexpr int noisy = 25;  // percent
+constexpr struct Method {
+    MoxDitherType type;
+    const char *name, *caption;
+} methods[] = {{moxDitherNone, "none", "Nearest level"},
+               {moxDitherFs, "floyd-steinberg", "Floyd and Steinberg"},
+               {moxDitherJj, "jarvis", "Jarvis, Judice and Ninke"},
+               {moxDitherSt, "stucki", "Stucki"},
+               {moxDitherBayer, "ordered", "Ordered, 4 by 4"}};
 
+constexpr int kNoisy = 25;  // percent
+
+template <class T, class Reduce>
+void reduce(Demo& demo, const char* function, Reduce convert, int32_t type, const Image<T>& rgb, const Method& method,
+            int levels, int noise, const std::string& depth) {
+    const MoxiSize size = rgb.size();
+    Image8 result(size, 3);
+    int32_t bytes = 0;
+    moxiReduceBitsGetBufferSize(type, size, noise, method.type, &bytes);
+    std::vector<Mox8u> buffer(size_t(bytes) + 1);
+    if (!demo.run(function, [&] {
+            return convert(rgb.data(), rgb.step(), result.data(), result.step(), size, noise, method.type, levels,
+                           buffer.data());
+        }))
+        return;
+    // Dots show as they are when nothing is scaled.
+    const std::string count = std::to_string(levels);
+    demo.show("dither-" + depth + "-" + method.name + "-" + count + (noise ? "-noise" : ""),
+              std::string(method.caption) + ", " + count + " levels" + (noise ? ", noise" : "") +
+                  (depth == "8u" ? "" : ", from " + depth),
+              result, middleOf(size, kTilePicture));
+}
+#define REDUCE(function) #function, function
+
+// One bit a pixel, of gray.
+void oneBit(Demo& demo) {
     const Image8& rgb = demo.source().rgb8();
     const MoxiSize size = rgb.size();
-    const MoxiRect middle = {size.width / 4, size.height / 4, (size.width + 1) / 2, (size.height + 1) / 2};
-    Image8 result(size, 3);
-    for (const auto& method : methods) {
-        int32_t bytes = 0;
-        if (moxiReduceBitsGetBufferSize(u8, size, noisy, method.type, &bytes) < 0) continue;
-        std::vector<Mox8u> buffer(size_t(bytes) + 1);
-        std::vector<Image8> parts;
-        for (const int levels : {2, 8}) {
-            for (const int noise : {0, noisy}) {
-                if (demo.run(CALL(moxiReduceBits_8u_C3R, rgb.data(), rgb.step(), result.data(), result.step(), size,
-                                  noise, method.type, levels, buffer.data())))
-                    parts.push_back(crop(result, middle));
-            }
-        }
-        if (parts.size() == 4) {
-            demo.show(std::string("dither-") + method.name,
-                      std::string(method.caption) + ": 2 levels, with noise, 8 levels, with noise", sideBySide(parts));
-        }
-    }
-
     Image8 gray(size, 1), bits((size.width + 7) / 8, size.height, 1), black(size, 1);
     std::vector<Mox8u> buffer(size_t(12) * size.width + 112);
-    if (demo.run(CALL(moxiRGBToGray_8u_C3C1R, rgb.data(), rgb.step(), gray.data(), gray.step(), size)) &&
-        demo.run(CALL(moxiReduceBits_8u1u_C1R, gray.data(), gray.step(), bits.data(), bits.step(), 0, size, 0, 0,
-                      moxDitherSt, 127, buffer.data()))) {
+    if (moxiRGBToGray_8u_C3C1R(rgb.data(), rgb.step(), gray.data(), gray.step(), size) != moxStatusOk) return;
+    for (const Method& method : {methods[moxDitherNone], methods[moxDitherSt]}) {
+        if (!demo.run(CALL(moxiReduceBits_8u1u_C1R, gray.data(), gray.step(), bits.data(), bits.step(), 0, size, 0, 0,
+                           method.type, 127, buffer.data())))
+            continue;
         for (int y = 0; y < size.height; ++y)
             for (int x = 0; x < size.width; ++x) *black.at(x, y) = (bits.row(y)[x / 8] << x % 8 & 0x80) ? 255 : 0;
-        demo.show("dither-1bit", "One bit a pixel", black);
+        demo.show(std::string("dither-8u1u-") + method.name, std::string("One bit a pixel: ") + method.caption, black,
+                  middleOf(size, kTilePicture));
     }
+}
+
+}  // namespace
+
+void ditherSection(Demo& demo) {
+    constexpr int32_t u8 = 1, u16 = 3, f32 = 9;  // the codes of data types
+    const Source& source = demo.source();
+    for (const Method& method : methods)
+        for (const int levels : {2, 8})
+            for (const int noise : {0, kNoisy})
+                reduce(demo, REDUCE(moxiReduceBits_8u_C3R), u8, source.rgb8(), method, levels, noise, "8u");
+    reduce(demo, REDUCE(moxiReduceBits_16u8u_C3R), u16, source.rgb16(), methods[moxDitherFs], 4, 0, "16u");
+    reduce(demo, REDUCE(moxiReduceBits_32f8u_C3R), f32, source.rgb32f(), methods[moxDitherBayer], 4, 0, "32f");
+    oneBit(demo);
 }
 
 }  // namespace demo

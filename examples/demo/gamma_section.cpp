@@ -34,8 +34,10 @@ void gammaSection(Demo& demo) {
     Image16 off16(size, 3), back16(size, 3);
     if (demo.run(CALL(moxiGammaInv_16u_C3R, rgb16.data(), rgb16.step(), off16.data(), off16.step(), size)) &&
         demo.run(CALL(moxiGammaFwd_16u_C3R, off16.data(), off16.step(), back16.data(), back16.step(), size))) {
-        demo.note("there and back: " + decibels(psnr(back16, rgb16)));
+        demo.note(decibels(psnr(back16, rgb16)));
+        demo.show("gamma-16u", "16 bits: taken off and corrected again", back16);
     }
+    ramps(demo);
 
     ImageF corrected(size, 3), back(size, 3);
     if (demo.run(
@@ -44,10 +46,9 @@ void gammaSection(Demo& demo) {
     }
     if (demo.run(
             CALL(moxiGammaInv_32f_C3R, corrected.data(), corrected.step(), back.data(), back.step(), size, 0, 1))) {
-        demo.note("there and back: " + decibels(psnr(back, linear)));
+        demo.note(decibels(psnr(back, linear)));
+        demo.show("gamma-inv-32f", "And back to linear light", depth<Mox8u>(back));
     }
-
-    ramps(demo);
 }
 
 }  // namespace demo

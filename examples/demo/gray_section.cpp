@@ -19,6 +19,12 @@ void graySection(Demo& demo) {
     ImageF gray32f(size, 1);
     if (demo.run(CALL(moxiRGBToGray_32f_C3C1R, rgb32f.data(), rgb32f.step(), gray32f.data(), gray32f.step(), size))) {
         demo.note("from the 8-bit form: " + decibels(psnr(depth<Mox8u>(gray32f), gray8)));
+        demo.show("gray-32f", "Gray in floats", depth<Mox8u>(gray32f));
+    }
+    Image8 spread(size, 3);
+    if (demo.run(CALL(moxiGrayToRGB_8u_C1C3R, gray8.data(), gray8.step(), spread.data(), spread.step(), size))) {
+        demo.note("channel 0 against its source: " + decibels(psnr(channel(spread, 0), gray8)));
+        demo.show("gray-rgb", "Gray as R, G, B", spread);
     }
 
     static constexpr struct {
@@ -27,6 +33,7 @@ void graySection(Demo& demo) {
         Mox32f weights[3];
     } mixes[] = {
         {"gray-red", "As through a red filter", {1, 0, 0}},
+        {"gray-green", "As through a green filter", {0, 1, 0}},
         {"gray-blue", "As through a blue filter", {0, 0, 1}},
     };
     for (const auto& mix : mixes) {
@@ -34,11 +41,6 @@ void graySection(Demo& demo) {
                           mix.weights))) {
             demo.show(mix.name, mix.caption, gray8);
         }
-    }
-
-    Image8 spread(size, 3);
-    if (demo.run(CALL(moxiGrayToRGB_8u_C1C3R, gray8.data(), gray8.step(), spread.data(), spread.step(), size))) {
-        demo.note("channel 0 against its source: " + decibels(psnr(channel(spread, 0), gray8)));
     }
 }
 

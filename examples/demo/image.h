@@ -98,20 +98,14 @@ Image<T> reversed(Image<T> image) {
     return image;
 }
 
-// Images of equal height side by side.
+// The colours of B, G, R and a fourth channel.
 template <class T>
-Image<T> sideBySide(const std::vector<Image<T>>& images) {
-    int width = 0;
-    for (const Image<T>& image : images) width += image.width();
-    Image<T> result(width, images[0].height(), images[0].channels());
-    int x = 0;
-    for (const Image<T>& image : images) {
-        for (int y = 0; y < image.height(); ++y) {
-            std::copy(image.row(y), image.row(y) + size_t(image.width()) * image.channels(), result.at(x, y));
-        }
-        x += image.width();
+Image<T> rgbOf(const Image<T>& bgra) {
+    Image<T> rgb(bgra.size(), 3);
+    for (int y = 0; y < rgb.height(); ++y) {
+        for (int x = 0; x < rgb.width(); ++x) std::reverse_copy(bgra.at(x, y), bgra.at(x, y) + 3, rgb.at(x, y));
     }
-    return result;
+    return rgb;
 }
 
 // Peak signal-to-noise ratio in decibels; infinite for equal images.
@@ -126,10 +120,10 @@ double psnr(const Image<T>& a, const Image<T>& b) {
     return 10 * std::log10(peak * peak * double(a.samples().size()) / sum);
 }
 
-// The window, of a grid of them, in which two images differ most.
+// The window, of a grid of them, in which two images differ most. Enlarged four times it fills a tile.
 template <class T>
-MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b, MoxiSize window) {
-    MoxiRect found = {0, 0, window.width, window.height};
+MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b) {
+    MoxiRect found = {0, 0, std::min(114, a.width()), std::min(85, a.height())};
     double worst = std::numeric_limits<double>::infinity();
     for (MoxiRect at = found; at.y + at.height <= a.height(); at.y += at.height) {
         for (at.x = 0; at.x + at.width <= a.width(); at.x += at.width) {
@@ -140,15 +134,10 @@ MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b, MoxiSize window) {
     return found;
 }
 
-// Every pixel as a square of times x times.
-template <class T>
-Image<T> enlarged(const Image<T>& image, int times) {
-    Image<T> result(image.width() * times, image.height() * times, image.channels());
-    for (int y = 0; y < result.height(); ++y) {
-        for (int x = 0; x < result.width(); ++x)
-            std::copy_n(image.at(x / times, y / times), image.channels(), result.at(x, y));
-    }
-    return result;
+// The window in the middle of an image, cut to the image.
+inline MoxiRect middleOf(MoxiSize image, MoxiSize window) {
+    const int width = std::min(image.width, window.width), height = std::min(image.height, window.height);
+    return {(image.width - width) / 2, (image.height - height) / 2, width, height};
 }
 
 }  // namespace demo

@@ -191,7 +191,8 @@ Source readPicture(const std::filesystem::path& path) {
         }
     }
     if (isRawVideo(path)) return Source(readRawVideo(path, bytes));
-    throw Error("not a picture that this program reads (PNG, PNM P5 or P6, PFM, Y4M, raw video)");
+    throw Error(
+        "not a picture that this program reads: PNG, PNM (P5, P6), PFM, Y4M, raw video. Convert it to PNG first");
 }
 
 }  // namespace demo

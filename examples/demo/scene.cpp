@@ -81,19 +81,20 @@ Colour scene(float x, float y) {
     const float turn = std::atan2(190 - y, x - 190) / (2 * std::numbers::pi_v<float>);
     c = mix(c, hue(turn, std::min(radius / 140, 1.0f), 0.95f), smooth(151, 149, radius));
 
-    if (inside(380, 40, 680, 340)) {  // a zone plate: rings that reach one pixel's width at the corners
-        const float r2 = (x - 530) * (x - 530) + (y - 190) * (y - 190);
+    // Edges lie on odd rows and columns, so that chroma cells do not happen to fit them.
+    if (inside(381, 41, 681, 341)) {  // a zone plate: rings that reach one pixel's width at the corners
+        const float r2 = (x - 531) * (x - 531) + (y - 191) * (y - 191);
         const float v = 0.5f + 0.5f * std::cos(std::numbers::pi_v<float> * r2 / 430);
         c = display(v, v, v);
     }
-    if (inside(40, 480, 1240, 544)) {  // ramps, smooth on the left, in 16 steps on the right
-        const int row = int((y - 480) / 16);
-        const float u = (x - 40) / 600;
+    if (inside(41, 481, 1241, 545)) {  // ramps, smooth on the left, in 16 steps on the right
+        const int row = int((y - 481) / 16);
+        const float u = (x - 41) / 600;
         const float v = u < 1 ? u : std::floor((u - 1) * 16) / 15;
         c = display(row == 0 || row == 1 ? v : 0, row == 0 || row == 2 ? v : 0, row == 0 || row == 3 ? v : 0);
     }
-    if (inside(40, 560, 840, 680)) c = display(kPatches[int((y - 560) / 60)][int((x - 40) / 80)]);
-    if (inside(860, 560, 1240, 680)) c = display(x < 1050 ? 0xf4f1e8 : 0x1b2fae);  // paper for the text
+    if (inside(41, 561, 841, 681)) c = display(kPatches[int((y - 561) / 60)][int((x - 41) / 80)]);
+    if (inside(861, 561, 1241, 681)) c = display(x < 1051 ? 0xf4f1e8 : 0x1b2fae);  // paper for the text
     return c;
 }
 
@@ -113,16 +114,16 @@ Source syntheticScene(int width) {
         drawText(image, int(float(x) / unit), int(float(y) / unit), std::max(1, int(float(size) / unit)), line,
                  display(code));
     };
-    text(872, 570, 4, "moxCC", 0x101010);
-    text(872, 606, 2, "every bit", 0xa01010);
-    text(872, 628, 1, "The quick brown fox jumps", 0x101010);
-    text(872, 640, 1, "over the lazy dog. 0123456789", 0x101010);
-    text(872, 656, 2, "MMMM llll WWWW", 0x107030);
-    text(1062, 570, 4, "red", 0xff2020);
-    text(1062, 606, 2, "on deep blue", 0xff2020);
-    text(1062, 628, 1, "chroma edges in small type", 0xff2020);
-    text(1062, 640, 1, "chroma edges in small type", 0xf0f000);
-    text(1062, 656, 2, "yellow", 0xf0f000);
+    text(873, 571, 4, "moxCC", 0x101010);
+    text(873, 607, 2, "every bit", 0xa01010);
+    text(873, 629, 1, "The quick brown fox jumps", 0x101010);
+    text(873, 641, 1, "over the lazy dog. 0123456789", 0x101010);
+    text(873, 657, 2, "MMMM llll WWWW", 0x107030);
+    text(1063, 571, 4, "red", 0xff2020);
+    text(1063, 607, 2, "on deep blue", 0xff2020);
+    text(1063, 629, 1, "chroma edges in small type", 0xff2020);
+    text(1063, 641, 1, "chroma edges in small type", 0xf0f000);
+    text(1063, 657, 2, "yellow", 0xf0f000);
     return Source(std::move(image), 1);
 }
 

@@ -13,10 +13,12 @@ using Colour = std::array<Mox8u, 3>;
 constexpr Colour kPaper{38, 40, 44}, kTile{52, 54, 60}, kInk{240, 240, 240}, kFaint{170, 176, 186},
     kAccent{255, 196, 84};
 constexpr int kColumns = 4, kGap = 12, kMargin = 8, kHeading = 44;
-constexpr int kPictureWidth = 400, kPictureHeight = 300, kTileWidth = kPictureWidth + 2 * kMargin;
-constexpr int kHeadingScale = 3, kCaptionScale = 2, kDetailScale = 1;
+constexpr int kPictureWidth = kTilePicture.width, kPictureHeight = kTilePicture.height;
+constexpr int kTileWidth = kPictureWidth + 2 * kMargin;
+constexpr int kHeadingScale = 3, kTextScale = 2, kLineHeight = kTextScale * kGlyphHeight;
+constexpr size_t kLineLength = kPictureWidth / (kTextScale * kGlyphWidth);
 constexpr int kPageWidth = kGap + kColumns * (kTileWidth + kGap);
-constexpr int kPageHeight = 6000;
+constexpr int kPageHeight = 3000;
 
 void fill(Image8& image, Colour colour) {
     for (size_t i = 0; i < image.samples().size(); ++i) image.samples()[i] = colour[i % 3];
@@ -56,15 +58,27 @@ Image8 fit(const Image8& image) {
     return result;
 }
 
-// Breaks a text at spaces into lines of at most so many characters.
-std::vector<std::string> wrap(const std::string& text, size_t length) {
-    std::vector<std::string> lines(1);
+// Adds a text, broken into lines at spaces, and at underscores where a word is too long.
+void addWrapped(std::vector<std::string>& lines, const std::string& text) {
+    lines.emplace_back();
     std::istringstream words(text);
     for (std::string word; words >> word;) {
-        if (!lines.back().empty() && lines.back().size() + 1 + word.size() > length) lines.emplace_back();
-        lines.back() += (lines.back().empty() ? "" : " ") + word;
+        std::string& line = lines.back();
+        if (line.empty()) {
+            line = word;
+        } else if (line.size() + 1 + word.size() <= kLineLength) {
+            line += " " + word;
+        } else {
+            lines.push_back(word);
+        }
+        while (lines.back().size() > kLineLength) {
+            const size_t underscore = lines.back().rfind('_', kLineLength - 1);
+            const size_t end = underscore == std::string::npos ? kLineLength : underscore + 1;
+            std::string rest = "  " + lines.back().substr(end);
+            lines.back().resize(end);
+            lines.push_back(std::move(rest));
+        }
     }
-    return lines;
 }
 
 // Images of equal width one below the other.
@@ -109,26 +123,19 @@ std::string pageName(int page) {
 
 void Sheet::heading(const std::string& text) { groups_.push_back({text, {}}); }
 
-void Sheet::tile(const std::string& caption, const std::string& details, const Image8& image) {
+void Sheet::tile(const std::string& caption, const std::vector<std::string>& details, const Image8& image) {
     const Image8 picture = fit(image);
-    const std::vector<std::string> captionLines = wrap(caption, kPictureWidth / (kCaptionScale * kGlyphWidth));
-    std::vector<std::string> detailLines;
-    std::istringstream lines(details);
-    for (std::string line; std::getline(lines, line);) detailLines.push_back(line);
+    std::vector<std::string> lines;
+    addWrapped(lines, caption);
+    const size_t captionLines = lines.size();
+    for (const std::string& detail : details) addWrapped(lines, detail);
 
-    const int text = kGlyphHeight * int(kCaptionScale * captionLines.size() + kDetailScale * detailLines.size());
-    Image8 tile(kTileWidth, picture.height() + text + 3 * kMargin, 3);
+    Image8 tile(kTileWidth, picture.height() + kLineHeight * int(lines.size()) + 3 * kMargin, 3);
     fill(tile, kTile);
     paste(tile, (kTileWidth - picture.width()) / 2, kMargin, picture);
     int y = picture.height() + 2 * kMargin;
-    const auto write = [&](const std::vector<std::string>& from, int scale, Colour colour) {
-        for (const std::string& line : from) {
-            drawText(tile, kMargin, y, scale, line, colour);
-            y += kGlyphHeight * scale;
-        }
-    };
-    write(captionLines, kCaptionScale, kInk);
-    write(detailLines, kDetailScale, kFaint);
+    for (size_t i = 0; i < lines.size(); ++i, y += kLineHeight)
+        drawText(tile, kMargin, y, kTextScale, lines[i], i < captionLines ? kInk : kFaint);
     groups_.back().tiles.push_back(std::move(tile));
 }
 

@@ -9,6 +9,9 @@
 
 namespace demo {
 
+// What a tile has room for: pictures are scaled down to it, and up to it by whole numbers.
+inline constexpr MoxiSize kTilePicture = {456, 342};
+
 class Sheet {
   public:
     struct Group {
@@ -17,8 +20,8 @@ class Sheet {
     };
 
     void heading(const std::string& text);
-    // The image, one or three channels, is fitted to the tile; small lines below the caption end at line feeds.
-    void tile(const std::string& caption, const std::string& details, const Image8& image);
+    // The image, one or three channels, stands over its caption and fainter lines of details.
+    void tile(const std::string& caption, const std::vector<std::string>& details, const Image8& image);
 
     // Writes contact-sheet.png, and contact-sheet-2.png and so on when there is much to show. Pages of an earlier run
     // do not stay. Returns how many pages there are.

@@ -12,10 +12,6 @@
 namespace demo {
 namespace {
 
-struct Cell {
-    int width, height;
-};
-
 int cells(int pixels, int cell) { return (pixels + cell - 1) / cell; }
 
 // Reads a plane of columns by rows into a plane that may be larger; the last samples are repeated.
@@ -31,7 +27,7 @@ size_t readPlane(const Bytes& bytes, size_t at, int columns, int rows, Image8& p
 // Three planes from byte `at` on, decoded. Studio range is 16 to 235 in luma, 16 to 240 in chroma.
 Image8 decodePlanes(const Bytes& bytes, size_t at, MoxiSize size, Cell cell, bool hasChroma, bool fullRange) {
     const MoxiSize whole = {cells(size.width, cell.width) * cell.width, cells(size.height, cell.height) * cell.height};
-    Planar video(whole, cell.width, cell.height);
+    Planar video(whole, cell);
     at = readPlane(bytes, at, size.width, size.height, video.plane[0]);
     for (int i = 1; i < 3; ++i) {
         Image8& plane = video.plane[i];
@@ -46,16 +42,7 @@ Image8 decodePlanes(const Bytes& bytes, size_t at, MoxiSize size, Cell cell, boo
             for (Mox8u& c : video.plane[i].samples()) c = Mox8u(((c - 128) * 224 + 128 * 255 + 127) / 255);
     }
 
-    Image8 rgb(whole, 3);
-    if (cell.width == 1)
-        moxiYCbCrToRGB_8u_P3C3R(video.planes, video.steps[0], rgb.data(), rgb.step(), whole);
-    else if (cell.height == 2)
-        moxiYCbCr420ToRGB_8u_P3C3R(video.planes, video.steps, rgb.data(), rgb.step(), whole);
-    else if (cell.width == 2)
-        moxiYCbCr422ToRGB_8u_P3C3R(video.planes, video.steps, rgb.data(), rgb.step(), whole);
-    else
-        moxiYCbCr411ToBGR_8u_P3C3R(video.planes, video.steps, rgb.data(), rgb.step(), whole);
-    return crop(cell.width == 4 ? reversed(std::move(rgb)) : rgb, {0, 0, size.width, size.height});
+    return crop(decode(video), {0, 0, size.width, size.height});
 }
 
 constexpr struct Sampling {
