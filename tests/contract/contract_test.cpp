@@ -1,0 +1,82 @@
+// What every export promises, tested of every export.
+#include "contract/contract.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <barrier>
+#include <thread>
+
+#include "support/support.h"
+
+namespace moxtest {
+namespace {
+
+class Contract : public ::testing::TestWithParam<size_t> {
+  protected:
+    static const Form& form() { return forms()[GetParam()]; }
+};
+
+TEST_P(Contract, HoldsForAnyCall) {
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        Random random(seed);
+        const std::string told = breach(form(), random);
+        ASSERT_TRUE(told.empty()) << told << " (seed " << seed << ")";
+    }
+}
+
+// Each argument test by itself, and against each other one.
+TEST_P(Contract, TestsArgumentsInOrder) {
+    Random random(1);
+    const Inputs inputs(form(), random);
+    const std::vector<Fault> faults = form().faults();
+    Scene scene(inputs, random);
+    for (const Library& lib : libraries()) {
+        for (const Fault& a : faults) {
+            for (const Fault& b : faults) {
+                scene.restore();
+                form().inject(a, scene.arguments);
+                form().inject(b, scene.arguments);
+                const MoxStatus status = call(lib, form(), scene.arguments);
+                ASSERT_EQ(status, form().expected(scene.arguments))
+                    << describe(lastCall()) << ": tests " << a.test << " of argument " << a.parameter << " and "
+                    << b.test << " of argument " << b.parameter;
+                ASSERT_EQ(scene.strayWrites(status < 0), "") << describe(lastCall());
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Contract, ::testing::Range(size_t(0), forms().size()),
+                         [](const auto& index) { return std::string(forms()[index.param].name); });
+
+// Each thread has its own destination; all call the same export at the same time.
+TEST(ContractOfAll, HoldsInEightThreadsAtOnce) {
+    constexpr int threads = 8;
+    for (const Library& lib : libraries()) {
+        std::barrier together(threads);
+        std::atomic<int> different = 0;
+        const auto run = [&] {
+            for (const Form& form : forms()) {
+                Random random(3);
+                const Inputs inputs(form, random);
+                Scene scene(inputs, random);
+                std::vector<uint8_t> first;
+                for (int i = 0; i < 4; ++i) {
+                    scene.restore();
+                    if (i > 0) together.arrive_and_wait();
+                    call(lib, form, scene.arguments);
+                    if (i == 0) first = scene.result();
+                    if (!sameResult(form, scene.result(), first)) ++different;
+                }
+            }
+        };
+        std::vector<std::jthread> running;
+        for (int i = 0; i < threads; ++i) running.emplace_back(run);
+        running.clear();
+        EXPECT_EQ(different, 0) << lib.name();
+    }
+}
+
+}  // namespace
+}  // namespace moxtest
