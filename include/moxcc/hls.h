@@ -9,7 +9,12 @@
  *     L = (mx + mn) / 2
  *     S = (mx - mn) / (mx + mn) if L <= 0.5, else (mx - mn) / (2 - mx - mn)
  *     H = 60 * (G - B) / (mx - mn) if R is mx, 120 + 60 * (B - R) / (mx - mn) if G is mx, else
- *         240 + 60 * (R - G) / (mx - mn), in degrees from 0 to 360
+ *         240 + 60 * (R - G) / (mx - mn), in degrees from 0 to 360; a negative H takes a turn more
+ *
+ * and back, with m2 = L (1 + S) if L <= 0.5, else L + S - L S, and m1 = 2 L - m2:
+ *
+ *     R = v(H + 120), G = v(H), B = v(H - 120), where v(h), h brought to 0 to 360, is
+ *     m1 + (m2 - m1) h / 60 below 60, m2 below 180, m1 + (m2 - m1) (240 - h) / 60 below 240, else m1
  *
  * Grays have H = 0 and S = 0. Samples hold H as a fraction of the circle, L and S as fractions: 0 to 255 (8u), 0 to
  * 65535 (16u), -32768 to 32767 (16s), 0 to 1 (32f).

@@ -8,7 +8,12 @@
  *     V = mx
  *     S = (mx - mn) / mx
  *     H = (G - B) / (mx - mn) if R is mx, 2 + (B - R) / (mx - mn) if G is mx, else 4 + (R - G) / (mx - mn), in sixths
- *         of the circle
+ *         of the circle; a negative H takes a turn more
+ *
+ * and back, with i the whole sixths of H, f the rest, p = V (1 - S), q = V (1 - S f) and t = V (1 - S (1 - f)):
+ *
+ *     i            0        1        2        3        4        5
+ *     R, G, B      V t p    q V p    p V t    p q V    t p V    V p q
  *
  * Grays have H = 0 and S = 0. H and S cover the full range of the sample type, 0 to 255 (8u) or 0 to 65535 (16u); V is
  * the sample itself.

@@ -19,6 +19,8 @@
  * C1, C3 and C4 reduce all their samples, AC4 the first three of four. The destination's fourth samples of AC4 are
  * neither read nor written, so that they may belong to another thread.
  *
+ * With n levels, level i stands for i / (n - 1) of the range; results are truncated to integers.
+ *
  * The methods:
  * - moxDitherNone rounds to the nearest level; exact ties go down. 16-bit samples reduced to 8 bits are scaled.
  * - moxDitherFs, moxDitherJj, moxDitherSt hand each sample's rounding error on to its neighbours to the right and below,
@@ -27,6 +29,14 @@
  *   receive the errors of the last rows of the channel before.
  * - moxDitherBayer compares what is left above the level below with a threshold of a 4 by 4 matrix, chosen by the
  *   pixel's place in the region; all samples of a pixel share it.
+ *
+ * What a sample, `*`, gives to its neighbours of an error, and the thresholds of ordered dither in fifteenths of a level step:
+ *
+ *     moxDitherFs, / 16        moxDitherJj, / 48        moxDitherSt, / 42        moxDitherBayer, / 15
+ *                                     *  7  5                  *  8  4            0   8   2  10
+ *           *  7                3  5  7  5  3            2  4  8  4  2           12   4  14   6
+ *        3  5  1                1  3  5  3  1            1  2  4  2  1            3  11   1   9
+ *                                                                                15   7  13   5
  *
  * In all methods but plain rounding, 16-bit samples that are reduced to 8 bits give the upper byte of their level.
  *
