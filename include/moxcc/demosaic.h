@@ -1,7 +1,7 @@
 /**
  * @defgroup demosaic Bayer reconstruction
  * @ingroup camera
- * @brief Reconstruction of full-colour images from raw Bayer sensor data, by three methods.
+ * @brief Full-colour images from raw Bayer sensor data, by three methods.
  *
  * A sensor behind a Bayer colour-filter array delivers one sample per pixel: green at half of the sites, red and blue
  * at a quarter each. From fast to good: bilinear means with a choice of direction for green (moxiCFAToRGB_*), a

@@ -1,8 +1,7 @@
 /**
  * @defgroup gamma Gamma correction
  * @ingroup tone
- * @brief Gamma correction by the transfer characteristic of ITU-R BT.709: linear samples to corrected ones (GammaFwd), and back
- * (GammaInv).
+ * @brief The transfer characteristic of ITU-R BT.709: linear samples to corrected ones (GammaFwd), and back (GammaInv).
  *
  * On the scale 0 to 1, with linear x and corrected y:
  *

@@ -1,7 +1,7 @@
 /**
  * @defgroup gray Gray
  * @ingroup models
- * @brief Gray conversions: colour to one luma sample with fixed or given weights, and gray spread to colour channels.
+ * @brief Colour to one luma sample with fixed or given weights, and gray spread to colour channels.
  *
  * The default weights are those of BT.601 luma, 0.299, 0.587 and 0.114, for channels 0, 1 and 2 (R, G, B).
  *

@@ -1,8 +1,7 @@
 /**
  * @defgroup hls RGB and HLS
  * @ingroup models
- * @brief RGB and HLS: hue, lightness and saturation, the double-hexcone model of computer graphics (Smith, Joblove and
- * Greenberg, 1978).
+ * @brief Hue, lightness and saturation: the double-hexcone model of computer graphics (Smith, Joblove and Greenberg, 1978).
  *
  * With mx and mn the greatest and the least of R, G, B on a scale from 0 to 1:
  *

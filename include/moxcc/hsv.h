@@ -1,7 +1,7 @@
 /**
  * @defgroup hsv RGB and HSV
  * @ingroup models
- * @brief RGB and HSV: hue, saturation and value, the hexcone model of computer graphics (Smith, 1978).
+ * @brief Hue, saturation and value: the hexcone model of computer graphics (Smith, 1978).
  *
  * With mx and mn the greatest and the least of R, G, B:
  *

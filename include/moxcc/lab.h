@@ -1,7 +1,7 @@
 /**
  * @defgroup lab RGB and CIE Lab
  * @ingroup models
- * @brief CIE 1976 L*a*b* with the D65 white: RGB to Lab and back. RGB is linear, with the primaries of BT.709.
+ * @brief CIE 1976 L*a*b* with the D65 white, of linear RGB with the primaries of BT.709.
  *
  * With X, Y, Z as in xyz.h and the white Xn = 0.950456, Zn = 1.088754:
  *

@@ -1,7 +1,7 @@
 /**
  * @defgroup luv RGB and CIE LUV
  * @ingroup models
- * @brief CIE 1976 L*u*v* with the D65 white: RGB to LUV and back. RGB is linear, with the primaries of BT.709.
+ * @brief CIE 1976 L*u*v* with the D65 white, of linear RGB with the primaries of BT.709.
  *
  * With X, Y, Z as in xyz.h and the white point u'n = 0.197839, v'n = 0.468342:
  *

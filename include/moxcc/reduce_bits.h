@@ -1,8 +1,8 @@
 /**
  * @defgroup reduce_bits Bit-depth reduction
  * @ingroup tone
- * @brief Bit-depth reduction: images to a small number of evenly spaced levels, by plain rounding, error diffusion or ordered
- * dither, with or without noise.
+ * @brief Images to a small number of evenly spaced levels, by plain rounding, error diffusion or ordered dither, with or
+ * without noise.
  *
  * The forms differ in depth and layout only. The depth gives the range of source values and the number of levels:
  *

@@ -1,7 +1,7 @@
 /**
  * @defgroup tonemap Tone mapping
  * @ingroup tone
- * @brief Tone mapping: one-channel float images of any range to 8 bits by one global gain.
+ * @brief One-channel float images of any range to 8 bits by one global gain.
  *
  * The image is measured first, then each sample is multiplied by one gain: there is no local adaptation, and no gamma
  * correction. The two functions take the same arguments, test them in the same order and answer alike: they differ in the

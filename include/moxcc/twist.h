@@ -1,7 +1,7 @@
 /**
  * @defgroup twist Colour twist
  * @ingroup tone
- * @brief Colour twist: every output channel is a weighted sum of the input channels, by a matrix that the caller gives.
+ * @brief Every output channel is a weighted sum of the input channels, by a matrix that the caller gives.
  *
  * The matrix of the three-channel forms has 3 rows of 4 values: row i belongs to output channel i, its first three values
  * weigh input channels 0 to 2, the fourth is an offset in units of the sample. Each result is (offset + c0 * w0) + (c2 * w2 +

@@ -1,7 +1,7 @@
 /**
  * @defgroup v210 v210
  * @ingroup video
- * @brief v210: 4:2:2 video of 10-bit samples in 32-bit words, to 16-bit luma and to 5-6-5 colour words.
+ * @brief 4:2:2 video of 10-bit samples in 32-bit words, to 16-bit luma and to 5-6-5 colour words.
  *
  * Four little-endian words hold a group of six pixels, three samples a word; bits 30 and 31 are ignored:
  *

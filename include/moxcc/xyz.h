@@ -1,7 +1,7 @@
 /**
  * @defgroup xyz RGB and CIE XYZ
  * @ingroup models
- * @brief RGB and CIE XYZ: one matrix each way, for linear RGB with the primaries of BT.709 and the D65 white.
+ * @brief One matrix each way, for linear RGB with the primaries of BT.709 and the D65 white.
  *
  *     X =  0.412453 R + 0.357580 G + 0.180423 B        R =  3.240479 X - 1.537150 Y - 0.498535 Z
  *     Y =  0.212671 R + 0.715160 G + 0.072169 B        G = -0.969256 X + 1.875991 Y + 0.041556 Z

@@ -1,7 +1,7 @@
 /**
  * @defgroup ycbcr RGB and YCbCr
  * @ingroup models
- * @brief RGB and the studio-range YCbCr of ITU-R BT.601, 8 bits, at full resolution.
+ * @brief The studio-range YCbCr of ITU-R BT.601, 8 bits, at full resolution.
  *
  *     Y  = 16  + 0.257 R + 0.504 G + 0.098 B           R = 1.164 (Y - 16)                      + 1.596 (Cr - 128)
  *     Cb = 128 - 0.148 R - 0.291 G + 0.439 B           G = 1.164 (Y - 16) - 0.392 (Cb - 128) - 0.813 (Cr - 128)

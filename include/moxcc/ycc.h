@@ -1,8 +1,7 @@
 /**
  * @defgroup ycc RGB and PhotoYCC
  * @ingroup models
- * @brief RGB and PhotoYCC: luma and two colour differences, C1 of blue and C2 of red, as the photographic YCC encoding has
- * them.
+ * @brief Luma and two colour differences, C1 of blue and C2 of red, as the photographic YCC encoding has them.
  *
  *     l = 0.299 R + 0.587 G + 0.114 B
  *     Y = 0.7132668 l, C1 = 0.4368627 (B - l) + o1, C2 = 0.53192 (R - l) + o2

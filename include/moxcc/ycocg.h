@@ -1,7 +1,7 @@
 /**
  * @defgroup ycocg RGB and YCoCg
  * @ingroup models
- * @brief YCoCg: a luma Y, an orange difference Co and a green difference Cg, by additions and shifts.
+ * @brief A luma Y, an orange difference Co and a green difference Cg, by additions and shifts.
  *
  * Pixels are B, G, R in memory (R, G, B in the two 8u forms), with a fourth sample in C4 layouts; planes are Y, Co, Cg. The
  * plain transform has Y = (R + 2 G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2 G - R - B + 2) >> 2 and loses low bits; the

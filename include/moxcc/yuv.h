@@ -1,7 +1,7 @@
 /**
  * @defgroup yuv RGB and YUV
  * @ingroup models
- * @brief RGB and full-range YUV, 8 bits, at full resolution.
+ * @brief Full-range YUV, 8 bits, at full resolution.
  *
  *     Y = 0.299 R + 0.587 G + 0.114 B                  R = Y                     + 1.140 (V - 128)
  *     U = 128 + 0.492 (B - Y)                          G = Y - 0.394 (U - 128) - 0.581 (V - 128)
