@@ -1,12 +1,12 @@
 /**
  * @defgroup chroma_filter Filtered chroma
  * @ingroup video
- * @brief Changes between 4:2:2 and 4:2:0 that filter chroma: field-wise, with four taps, against interlace flicker, and to
- * BGR.
+ * @brief Changes between 4:2:2 and 4:2:0 that filter chroma: field-wise, with four taps, against interlace flicker, and
+ * to BGR.
  *
  * Layouts and chroma orders are those of sampling.h: C2 packed 4:2:2, P2 luma and a plane of chroma pairs, P3 three
- * planes; the order is Cb, Cr where nothing else is said. Steps are bytes and are not tested; step arrays are not tested
- * for null. Source and destination must not overlap. Cut-off columns and rows are not written.
+ * planes; the order is Cb, Cr where nothing else is said. Steps are bytes and are not tested; step arrays are not
+ * tested for null. Source and destination must not overlap. Cut-off columns and rows are not written.
  *
  * @{
  */
@@ -18,8 +18,8 @@
 MOX_EXTERN_C_BEGIN
 
 /** @name Field-wise
- * The even and the odd rows are two fields; chroma is resampled within each. Luma is copied. The width is cut to an even
- * number, the height to a multiple of 4.
+ * The even and the odd rows are two fields; chroma is resampled within each. Luma is copied. The width is cut to an
+ * even number, the height to a multiple of 4.
  * @{ */
 
 /**
@@ -130,8 +130,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int3
  *     moxSliceAll      0 to h - 1          0 to h - 1       0 to h / 2 - 1
  *
  * A first slice of two rows writes nothing. Width and height are cut to even numbers. The last chroma row of a picture
- * takes the average of the one above it. Averages are rounded up in whole vectors of columns and mostly down in the rest,
- * so that the two may differ by 1.
+ * takes the average of the one above it. Averages are rounded up in whole vectors of columns and mostly down in the
+ * rest, so that the two may differ by 1.
  * @{ */
 
 /** Which slice of a picture a call carries. Any value that holds the three bits means the whole; other values do
@@ -164,8 +164,8 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Mox8u* srcY, int3
 /**
  * Softens semi-planar 4:2:0 into planar 4:2:0. The first sample of a pair goes to the first chroma plane.
  *
- * Averages in groups of 16 columns. The rounding of first and last slices depends on alignment: those are aligned if the
- * width is a multiple of 64 or one more, the height one of 16, srcYStep and all pointers are multiples of 16, and
+ * Averages in groups of 16 columns. The rounding of first and last slices depends on alignment: those are aligned if
+ * the width is a multiple of 64 or one more, the height one of 16, srcYStep and all pointers are multiples of 16, and
  * srcCbCrStep and all dstSteps of 32.
  *
  * @param srcY, srcYStep       source luma and the distance between its rows in bytes
@@ -183,12 +183,13 @@ MOX_API MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int3
 /** @} */
 
 /**
- * Converts planar 4:2:0 with the planes Y, Cr, Cb to BGR with a fourth channel, with chroma interpolated across columns.
+ * Converts planar 4:2:0 with the planes Y, Cr, Cb to BGR with a fourth channel, with chroma interpolated across
+ * columns.
  *
- * The second pixel of each pair takes the mean of its pair's chroma and the next pair's, the last pair its own; rows are
- * not filtered. By the BT.601 matrix with 12 fractional bits: R = 1.164 y + 1.596 v, G = 1.164 y - 0.813 v - 0.392 u,
- * B = 1.164 y + 2.017 u, with y = Y - 16, u = Cb - 128, v = Cr - 128. In groups of eight pairs before the last pair each
- * term is rounded down to 3 fractional bits, so that results may differ by 1 from those of the other columns.
+ * The second pixel of each pair takes the mean of its pair's chroma and the next pair's, the last pair its own; rows
+ * are not filtered. By the BT.601 matrix with 12 fractional bits: R = 1.164 y + 1.596 v, G = 1.164 y - 0.813 v - 0.392
+ * u, B = 1.164 y + 2.017 u, with y = Y - 16, u = Cb - 128, v = Cr - 128. In groups of eight pairs before the last pair
+ * each term is rounded down to 3 fractional bits, so that results may differ by 1 from those of the other columns.
  *
  * @param srcPlanes, srcSteps source planes Y, Cr, Cb and the distances between their rows in bytes
  * @param dst, dstStep        B, G, R and aval for each pixel, and the distance between rows in bytes

@@ -99,10 +99,10 @@ MOX_API MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcR
  *
  * Every pixel is reconstructed along its row and along its column: green is the mean of the two neighbours on that line
  * plus a quarter of the own colour's second difference, within the neighbours' range; red and blue are green plus the
- * mean difference of colour and green around. In both reconstructions the neighbours are counted that are alike in BT.601
- * luma and chroma, and the direction with more of them in the 3 x 3 neighbourhood wins. A pixel where both have as many
- * follows the one on its left, and the row's direction at the left end of the region or of the image's interior, so that
- * ties may fall differently in different regions. The image is continued by reflection on all sides.
+ * mean difference of colour and green around. In both reconstructions the neighbours are counted that are alike in
+ * BT.601 luma and chroma, and the direction with more of them in the 3 x 3 neighbourhood wins. A pixel where both have
+ * as many follows the one on its left, and the row's direction at the left end of the region or of the image's
+ * interior, so that ties may fall differently in different regions. The image is continued by reflection on all sides.
  *
  * A negative origin of the region counts as 0 and does not shorten the region. One that overruns the source on the
  * right or below is cut; one of which nothing is left is success without any work.

@@ -24,11 +24,10 @@
  * above it the power, and a NaN stays a NaN. In a 32f call source and destination may be the same rows, or must not
  * overlap.
  *
- * All functions here: no pointer may be null (moxStatusNullPtr), width and height must be at least 1 (moxStatusBadSize),
- * steps are bytes and must be at least 1 (moxStatusBadStep). In this order the first failure is returned, and nothing
- * has been written.
- * Before all others the 32f forms test the range: vMax - vMin, in single precision, must not be zero or
- * negative (moxStatusBadRange).
+ * All functions here: no pointer may be null (moxStatusNullPtr), width and height must be at least 1
+ * (moxStatusBadSize), steps are bytes and must be at least 1 (moxStatusBadStep). In this order the first failure is
+ * returned, and nothing has been written. Before all others the 32f forms test the range: vMax - vMin, in single
+ * precision, must not be zero or negative (moxStatusBadRange).
  *
  * @{
  */

@@ -1,7 +1,8 @@
 /**
  * @defgroup hls RGB and HLS
  * @ingroup models
- * @brief Hue, lightness and saturation: the double-hexcone model of computer graphics (Smith, Joblove and Greenberg, 1978).
+ * @brief Hue, lightness and saturation: the double-hexcone model of computer graphics (Smith, Joblove and Greenberg,
+ * 1978).
  *
  * With mx and mn the greatest and the least of R, G, B on a scale from 0 to 1:
  *

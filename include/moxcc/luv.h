@@ -15,8 +15,8 @@
  *     X = 9/4 Y u' / v', Z = 3 Y / v' - 5 Y - X / 3, u' = u / (13 L) + u'n, v' = v / (13 L) + v'n
  *
  * L goes from 0 to 100, u from -134 to 220, v from -140 to 122. 32f samples carry them as they are, beside RGB from 0
- * to 1; integer samples carry RGB, L, u and v scaled to the full range of their type: 8u as L * 2.55, (u + 134) * 255 / 354
- * and (v + 140) * 255 / 262, 16u likewise with 65535 for 255, 16s as 16u less 32768.
+ * to 1; integer samples carry RGB, L, u and v scaled to the full range of their type: 8u as L * 2.55, (u + 134) * 255 /
+ * 354 and (v + 140) * 255 / 262, 16u likewise with 65535 for 255, 16s as 16u less 32768.
  *
  * Arithmetic is in single precision, in the caller's rounding mode, with the processor's approximate reciprocal where a
  * description says so; u and v of the forward direction rest on it, refined once, in all columns.

@@ -15,8 +15,8 @@
  *     G = Y - 0.183 (Cb - 128) - 0.459 (Cr - 128)
  *     B = Y + 1.816 (Cb - 128)
  *
- * Results are limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends on
- * the width alone, and is told with each function.
+ * Results are limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends
+ * on the width alone, and is told with each function.
  *
  * Each pixel takes the chroma of the cell that it lies in, unfiltered. Of 4:2:0 the whole cells of 2 by 2 pixels are
  * decoded: the last column of an odd width and the last row of an odd height are neither read nor written, and the

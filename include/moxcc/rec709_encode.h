@@ -16,8 +16,8 @@
  *     Cr = 128 + 0.511 R - 0.464 G - 0.047 B
  *
  * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels: two of a row in 4:2:2, two by
- * two in 4:2:0. Some columns of a row are computed with less precision than the rest, by rules that differ by 1 at most;
- * which ones depends on the width alone, and each function says which.
+ * two in 4:2:0. Some columns of a row are computed with less precision than the rest, by rules that differ by 1 at
+ * most; which ones depends on the width alone, and each function says which.
  *
  * Memory holds B, G, R. The fourth byte of AC4 sources is not read into any result.
  *

@@ -1,8 +1,8 @@
 /**
  * @defgroup reduce_bits Bit-depth reduction
  * @ingroup tone
- * @brief Images to a small number of evenly spaced levels, by plain rounding, error diffusion or ordered dither, with or
- * without noise.
+ * @brief Images to a small number of evenly spaced levels, by plain rounding, error diffusion or ordered dither, with
+ * or without noise.
  *
  * The forms differ in depth and layout only. The depth gives the range of source values and the number of levels:
  *
@@ -23,14 +23,15 @@
  *
  * The methods:
  * - moxDitherNone rounds to the nearest level; exact ties go down. 16-bit samples reduced to 8 bits are scaled.
- * - moxDitherFs, moxDitherJj, moxDitherSt hand each sample's rounding error on to its neighbours to the right and below,
- *   by the weights of Floyd and Steinberg, of Jarvis, Judice and Ninke, or of Stucki. Rows run from left to right. A
- *   sample that runs into the end of the range leaves no error. Channels follow one another: the first rows of a channel
- *   receive the errors of the last rows of the channel before.
+ * - moxDitherFs, moxDitherJj, moxDitherSt hand each sample's rounding error on to its neighbours to the right and
+ *   below, by the weights of Floyd and Steinberg, of Jarvis, Judice and Ninke, or of Stucki. Rows run from left to
+ *   right. A sample that runs into the end of the range leaves no error. Channels follow one another: the first rows of
+ *   a channel receive the errors of the last rows of the channel before.
  * - moxDitherBayer compares what is left above the level below with a threshold of a 4 by 4 matrix, chosen by the
  *   pixel's place in the region; all samples of a pixel share it.
  *
- * What a sample, `*`, gives to its neighbours of an error, and the thresholds of ordered dither in fifteenths of a level step:
+ * What a sample, `*`, gives to its neighbours of an error, and the thresholds of ordered dither in fifteenths of a
+ * level step:
  *
  *     moxDitherFs, / 16        moxDitherJj, / 48        moxDitherSt, / 42        moxDitherBayer, / 15
  *                                     *  7  5                  *  8  4            0   8   2  10

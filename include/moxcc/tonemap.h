@@ -4,9 +4,9 @@
  * @brief One-channel float images of any range to 8 bits by one global gain.
  *
  * The image is measured first, then each sample is multiplied by one gain: there is no local adaptation, and no gamma
- * correction. The two functions take the same arguments, test them in the same order and answer alike: they differ in the
- * measure, and in what becomes of products outside 0 to 255. Arithmetic is in single precision in the caller's rounding
- * mode; conversion to integers truncates in any mode. The mean is summed with a total of extended precision.
+ * correction. The two functions take the same arguments, test them in the same order and answer alike: they differ in
+ * the measure, and in what becomes of products outside 0 to 255. Arithmetic is in single precision in the caller's
+ * rounding mode; conversion to integers truncates in any mode. The mean is summed with a total of extended precision.
  *
  * @{
  */

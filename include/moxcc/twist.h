@@ -3,15 +3,15 @@
  * @ingroup tone
  * @brief Every output channel is a weighted sum of the input channels, by a matrix that the caller gives.
  *
- * The matrix of the three-channel forms has 3 rows of 4 values: row i belongs to output channel i, its first three values
- * weigh input channels 0 to 2, the fourth is an offset in units of the sample. Each result is (offset + c0 * w0) + (c2 * w2 +
- * c1 * w1) in single precision. ColorTwist_32f stores it as it is, in the caller's rounding mode; ColorTwist32f forms have
- * integer samples, limit the result to the sample's range (a NaN becomes the upper limit) and round it to nearest, ties to
- * even, whatever the caller's rounding mode, which is restored.
+ * The matrix of the three-channel forms has 3 rows of 4 values: row i belongs to output channel i, its first three
+ * values weigh input channels 0 to 2, the fourth is an offset in units of the sample. Each result is (offset + c0 * w0)
+ * + (c2 * w2 + c1 * w1) in single precision. ColorTwist_32f stores it as it is, in the caller's rounding mode;
+ * ColorTwist32f forms have integer samples, limit the result to the sample's range (a NaN becomes the upper limit) and
+ * round it to nearest, ties to even, whatever the caller's rounding mode, which is restored.
  *
  * All functions here test, in this order: image pointers, the matrix, and pointers inside plane arrays not null
- * (moxStatusNullPtr); width and height at least 1 (moxStatusBadSize); steps at least 1 (moxStatusBadStep). Steps are bytes.
- * AC4 forms leave the fourth sample of a destination pixel as it is; it has no weight.
+ * (moxStatusNullPtr); width and height at least 1 (moxStatusBadSize); steps at least 1 (moxStatusBadStep). Steps are
+ * bytes. AC4 forms leave the fourth sample of a destination pixel as it is; it has no weight.
  *
  * @{
  */

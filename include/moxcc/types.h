@@ -2,9 +2,9 @@
  * @defgroup types Types and statuses
  * @brief Sample types, records and status codes that all functions share.
  *
- * A function tests its arguments in an order that its group tells: as a rule pointers, then the size, then what else there
- * is. The first test that fails decides the status; nothing has been written then. Samples are never
- * tested: any bits are a value.
+ * A function tests its arguments in an order that its group tells: as a rule pointers, then the size, then what else
+ * there is. The first test that fails decides the status; nothing has been written then. Samples are never tested: any
+ * bits are a value.
  *
  * @{
  */

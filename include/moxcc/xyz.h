@@ -7,12 +7,12 @@
  *     Y =  0.212671 R + 0.715160 G + 0.072169 B        G = -0.969256 X + 1.875991 Y + 0.041556 Z
  *     Z =  0.019334 R + 0.119193 G + 0.950227 B        B =  0.055648 X - 0.204043 Y + 1.057311 Z
  *
- * Pixels are R, G, B and X, Y, Z in this order. Samples hold 0 to 1 scaled to the depth: to 255, to 65535 (16s less 32768), or
- * unscaled (32f). Z of white is 1.089 and is limited to the top value.
+ * Pixels are R, G, B and X, Y, Z in this order. Samples hold 0 to 1 scaled to the depth: to 255, to 65535 (16s less
+ * 32768), or unscaled (32f). Z of white is 1.089 and is limited to the top value.
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), then width and height must be at least 1
- * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In AC4R
- * forms the source's fourth sample is not read and the destination's keeps what it held.
+ * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In
+ * AC4R forms the source's fourth sample is not read and the destination's keeps what it held.
  *
  * @{
  */

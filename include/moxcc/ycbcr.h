@@ -7,8 +7,8 @@
  *     Cb = 128 - 0.148 R - 0.291 G + 0.439 B           G = 1.164 (Y - 16) - 0.392 (Cb - 128) - 0.813 (Cr - 128)
  *     Cr = 128 + 0.439 R - 0.368 G - 0.071 B           B = 1.164 (Y - 16) + 2.017 (Cb - 128)
  *
- * Y goes from 16 to 235, Cb and Cr from 16 to 240. On the way back any samples are accepted, also such as lie outside the
- * studio range; results are limited to 0 to 255.
+ * Y goes from 16 to 235, Cb and Cr from 16 to 240. On the way back any samples are accepted, also such as lie outside
+ * the studio range; results are limited to 0 to 255.
  *
  * The fixed-point forms of these formulas differ by where they round, by at most one or two steps. Which column of a
  * row follows which form depends on the width alone, and is told with each function.

@@ -7,8 +7,8 @@
  *     G = 1.164 (Y - 16) - 0.392 (Cb - 128) - 0.813 (Cr - 128)
  *     B = 1.164 (Y - 16) + 2.017 (Cb - 128)
  *
- * Studio range, as in ycbcr.h; results are limited to 0 to 255. The fixed-point forms of these formulas differ by where they
- * round. Which column follows which form depends on the width alone, and is told with each function.
+ * Studio range, as in ycbcr.h; results are limited to 0 to 255. The fixed-point forms of these formulas differ by where
+ * they round. Which column follows which form depends on the width alone, and is told with each function.
  *
  * Each pixel takes the chroma of the cell that it lies in, unfiltered. Of 4:2:0 the whole cells of 2 by 2 pixels are
  * decoded: the last column of an odd width and the last row of an odd height are neither read nor written, and the

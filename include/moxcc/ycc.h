@@ -10,15 +10,15 @@
  *
  *     R = y + c2, G = y - 0.194 c1 - 0.509 c2, B = y + c1
  *
- * Pixels are R, G, B and Y, C1, C2 in this order. On the 8-bit scale white is Y = 181, and the offsets o1 and o2 are 156 and
- * 137; 16u samples have 40092 and 35209, 16s samples are 16u samples less 32768, and 32f samples have R, G, B in 0 to 1 and
- * offsets of 156/255 and 137/255. Luma weighs R, G, B as BT.601 does. The two directions have constants of their own and are
- * no exact inverses: 8-bit white comes back as 245.
+ * Pixels are R, G, B and Y, C1, C2 in this order. On the 8-bit scale white is Y = 181, and the offsets o1 and o2 are
+ * 156 and 137; 16u samples have 40092 and 35209, 16s samples are 16u samples less 32768, and 32f samples have R, G, B
+ * in 0 to 1 and offsets of 156/255 and 137/255. Luma weighs R, G, B as BT.601 does. The two directions have constants
+ * of their own and are no exact inverses: 8-bit white comes back as 245.
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), then width and height must be at least 1
- * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In AC4R
- * forms the source's fourth sample is not read and the destination's keeps what it held. Vector columns, the width rounded
- * down to a multiple of 8 (8u C3R) or 4, may differ by one from the last columns of a row.
+ * (moxStatusBadSize). Steps are bytes and are not tested; 16-bit and float forms round them down to whole samples. In
+ * AC4R forms the source's fourth sample is not read and the destination's keeps what it held. Vector columns, the width
+ * rounded down to a multiple of 8 (8u C3R) or 4, may differ by one from the last columns of a row.
  *
  * @{
  */

@@ -3,14 +3,15 @@
  * @ingroup models
  * @brief A luma Y, an orange difference Co and a green difference Cg, by additions and shifts.
  *
- * Pixels are B, G, R in memory (R, G, B in the two 8u forms), with a fourth sample in C4 layouts; planes are Y, Co, Cg. The
- * plain transform has Y = (R + 2 G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2 G - R - B + 2) >> 2 and loses low bits; the
- * Rev forms lift (Co = R - B, t = B + (Co >> 1), Cg = G - t, Y = t + (Cg >> 1)) and return exactly what went in. 16s samples
- * are signed.
+ * Pixels are B, G, R in memory (R, G, B in the two 8u forms), with a fourth sample in C4 layouts; planes are Y, Co, Cg.
+ * The plain transform has Y = (R + 2 G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2 G - R - B + 2) >> 2 and loses low
+ * bits; the Rev forms lift (Co = R - B, t = B + (Co >> 1), Cg = G - t, Y = t + (Cg >> 1)) and return exactly what went
+ * in. 16s samples are signed.
  *
- * All functions here: the image pointer, the plane array and its three pointers must not be null (moxStatusNullPtr). Where a
- * function says that it tests the size, a width or height below 1 is moxStatusBadSize after that; elsewhere such a size writes
- * nothing and gives moxStatusOk. Steps are bytes, honoured to the byte and not tested; one step serves all three planes.
+ * All functions here: the image pointer, the plane array and its three pointers must not be null (moxStatusNullPtr).
+ * Where a function says that it tests the size, a width or height below 1 is moxStatusBadSize after that; elsewhere
+ * such a size writes nothing and gives moxStatusOk. Steps are bytes, honoured to the byte and not tested; one step
+ * serves all three planes.
  *
  * @{
  */
@@ -204,7 +205,8 @@ MOX_API MoxStatus moxiSBGRToYCoCg_Rev_16s_C3P3R(const Mox16s* src, int32_t srcSt
 /**
  * Converts 16s BGR pixels to 16s YCoCg planes by lifting.
  *
- * Every step wraps to 16 bits, so that the inverse restores all inputs. The fourth sample of a pixel is not read. Does not test the size.
+ * Every step wraps to 16 bits, so that the inverse restores all inputs. The fourth sample of a pixel is not read. Does
+ * not test the size.
  *
  * @param src       interleaved pixels
  * @param srcStep   distance between source rows in bytes

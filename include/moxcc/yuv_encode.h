@@ -19,11 +19,11 @@
  * In 4:2:0, the last column of an odd width and the last row of an odd height are neither read nor written. In 4:2:2,
  * the last pixel of an odd width has chroma of its own.
  *
- * Functions whose names end in R take steps, which are bytes and not tested; zero and negative ones are fine. The others
- * take images without gaps: rows of 3 * width bytes (interleaved) or width bytes (planes and luma), and chroma rows of
- * (width + 1) / 2 bytes in 4:2:2, width / 2 in 4:2:0. All test the pointers, then the size, then the pointers inside the
- * plane arrays, first those of the source. Arrays of steps must not be null, and are not tested. Nothing is written
- * when the status is negative.
+ * Functions whose names end in R take steps, which are bytes and not tested; zero and negative ones are fine. The
+ * others take images without gaps: rows of 3 * width bytes (interleaved) or width bytes (planes and luma), and chroma
+ * rows of (width + 1) / 2 bytes in 4:2:2, width / 2 in 4:2:0. All test the pointers, then the size, then the pointers
+ * inside the plane arrays, first those of the source. Arrays of steps must not be null, and are not tested. Nothing is
+ * written when the status is negative.
  *
  * @{
  */
