@@ -19,7 +19,8 @@
  * 354 and (v + 140) * 255 / 262, 16u likewise with 65535 for 255, 16s as 16u less 32768.
  *
  * Arithmetic is in single precision, in the caller's rounding mode, with the processor's approximate reciprocal where a
- * description says so; u and v of the forward direction rest on it, refined once, in all columns.
+ * description says so; u and v of the forward direction rest on it, refined once, in all columns. Going to LUV, V has
+ * half a unit added before it becomes a 16-bit sample.
  *
  * All functions here: src and dst must not be null (moxStatusNullPtr), width and height must be at least 1
  * (moxStatusBadSize); steps are bytes and are not tested, zero and negative ones included. The 16u and 16s forms and
@@ -38,8 +39,8 @@ MOX_EXTERN_C_BEGIN
 /**
  * Converts 8u three-channel RGB pixels to LUV.
  *
- * In the last columns of a row, below 4 of them, samples that rounding drives out of range keep their low byte;
- * others saturate.
+ * In the last width % 4 columns of a row, samples that rounding drives out of range keep their low byte; others
+ * saturate.
  *
  * @param src     interleaved RGB pixels
  * @param srcStep distance between source rows in bytes
@@ -166,8 +167,8 @@ MOX_API MoxStatus moxiRGBToLUV_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox3
 /**
  * Converts 8u three-channel BGR pixels to LUV.
  *
- * In the last columns of a row, below 4 of them, samples that rounding drives out of range keep their low byte;
- * others saturate.
+ * In the last width % 4 columns of a row, samples that rounding drives out of range keep their low byte; others
+ * saturate.
  *
  * @param src     interleaved BGR pixels
  * @param srcStep distance between source rows in bytes

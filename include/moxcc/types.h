@@ -63,17 +63,17 @@ typedef int32_t MoxStatus;
 /** Status codes. */
 enum {
     moxStatusOk = 0,            /**< Success. */
-    moxStatusNoOperation = 1,   /**< The image's measure is negative: nothing was written (tone mapping). */
+    moxStatusNoOperation = 1,   /**< Tone mapping: the maximum or the mean is negative, and nothing was written. */
     moxStatusOddSize = 35,      /**< The region holds no whole number of chroma cells: the whole ones were converted. */
     moxStatusBadArg = -5,       /**< An unknown Bayer grid code. */
-    moxStatusBadSize = -6,      /**< A region too small, or of a size that the function does not take. */
+    moxStatusBadSize = -6,      /**< A region too small, or of a size that is not taken; in v210 also a step. */
     moxStatusNullPtr = -8,      /**< A required pointer is null. */
-    moxStatusBadState = -13,    /**< A generator state of the wrong kind. */
+    moxStatusBadState = -13,    /**< A generator state of the wrong kind. No exported function takes one. */
     moxStatusBadStep = -16,     /**< A step below 1, in the families that test steps. */
     moxStatusBadDataType = -47, /**< An unknown data-type code. */
     moxStatusBadRange = -49,    /**< An upper limit that is not above the lower limit. */
     moxStatusBadLevels = -54,   /**< A level count below 2 or above the depth's limit. */
-    moxStatusBadNoise = -55,    /**< A noise percentage above 100. */
+    moxStatusBadNoise = -55,    /**< A noise percentage below 0 or above 100. */
     moxStatusBadDitherType = -224 /**< An unknown dither code. */
 };
 
