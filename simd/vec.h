@@ -369,18 +369,20 @@ template <class T>
 MOX_INLINE Vec<T> shuffle(Vec<T> v, U8 order) {
     return as<Vec<T>>(U8{MOX_MM(shuffle_epi8)(as<U8>(v).r, order.r)});
 }
-/// The entry of a table of 2^bits bytes at each index; of the indices only the low bits count.
-template <int bits = 8>
+/// The entry of a table of 256 bytes at each index.
 MOX_INLINE U8 lookUp(const uint8_t* table, U8 index) {
-    if constexpr (bits == 4) {
-        return shuffle(splatLane<U8>(load128(table)), index & splat<U8>(15));
-    } else {
-        constexpr int half = 1 << (bits - 1);
-        const U8 upper = as<U8>(U16{MOX_MM(slli_epi16)(index.r, 8 - bits)});
-        return select(upper, lookUp<bits - 1>(table + half, index), lookUp<bits - 1>(table, index));
-    }
+    // Of four rows of 16 entries, that one answers whose number matches bits 4 and 5; a shuffle gives 0 for the others.
+    const U8 in64 = index & splat<U8>(63);
+    U8 order[4];
+    for (int i = 0; i < 4; ++i)
+        order[i] = {MOX_MM(add_epi8)((in64 ^ splat<U8>(uint8_t(16 * i))).r, splat<U8>(0x80 - 16).r)};
+    const auto quarter = [&](int q) {
+        const auto row = [&](int i) { return shuffle(splatLane<U8>(load128(table + 64 * q + 16 * i)), order[i]); };
+        return (row(0) | row(1)) | (row(2) | row(3));
+    };
+    const U8 bit6 = as<U8>(U16{MOX_MM(slli_epi16)(index.r, 1)});
+    return select(index, select(bit6, quarter(3), quarter(2)), select(bit6, quarter(1), quarter(0)));
 }
-
 /// The 32-bit elements a, b, c, d of each lane.
 template <int a, int b, int c, int d, class T>
 MOX_INLINE Vec<T> shuffle32(Vec<T> v) {
