@@ -1,6 +1,7 @@
 // Colour twist: every output channel a weighted sum of the input channels and an offset, weights and offset the caller's.
 #include "moxcc/twist.h"
 
+#include <bit>
 #include <limits>
 
 #include "frame/convert.h"
@@ -25,6 +26,17 @@ struct Twist {
         };
         return {{sum(row[0]), sum(row[1]), sum(row[2])}};
     }
+
+    /// Whether the sums of any samples of 16 bits are integers of 32 bits when rounded.
+    bool isModerate() const {
+        // By bits, which for a NaN says no and raises no exception.
+        const auto below = [](Mox32f limit, Mox32f x) {
+            return std::bit_cast<uint32_t>(x) << 1 < std::bit_cast<uint32_t>(limit) << 1;
+        };
+        for (const Mox32f(&r)[4] : row)
+            if (!below(4096, r[0]) || !below(4096, r[1]) || !below(4096, r[2]) || !below(1 << 28, r[3])) return false;
+        return true;
+    }
 };
 
 /// Four rows of four weights, no offset.
@@ -42,8 +54,9 @@ struct ownSetMatrix {
     }
 };
 
-/// Integer samples: the sum limited to the sample's range, then rounded. MINPS makes a NaN the upper limit.
-template <class T>
+/// Integer samples: the sum limited to the sample's range, then rounded. MINPS makes a NaN the upper limit. Moderate sums
+/// have the limits from collect().
+template <class T, bool moderate>
 struct RoundedTwist {
     Twist twist;
 
@@ -51,8 +64,12 @@ struct RoundedTwist {
         using Limits = std::numeric_limits<T>;
         const Px<F32, 3> sums = twist(p);
         Px<I32, 3> out;
-        for (int c = 0; c < 3; ++c)
-            out.c[c] = nearest(max(min(sums.c[c], splat<F32>(Limits::max())), splat<F32>(Limits::min())));
+        for (int c = 0; c < 3; ++c) {
+            if constexpr (moderate)
+                out.c[c] = nearest(sums.c[c]);
+            else
+                out.c[c] = nearest(max(min(sums.c[c], splat<F32>(Limits::max())), splat<F32>(Limits::min())));
+        }
         return out;
     }
 };
@@ -62,8 +79,8 @@ struct RoundedTwist {
 template <class L>
 using owniTwist_32f = AllColumns<L, L, On<F32, Twist>>;
 using innerColorTwist_32f_C4R = AllColumns<C4<Mox32f>, C4<Mox32f>, On<F32, ownSetMatrix>>;
-template <class L>
-using owniTwist32f = AllColumns<L, L, On<F32, RoundedTwist<typename L::Sample>>>;
+template <class L, bool moderate>
+using owniTwist32f = AllColumns<L, L, On<F32, RoundedTwist<typename L::Sample, moderate>>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
@@ -94,9 +111,14 @@ template <class Kernel, int planes>
 template <class L, class S, class D>
 MoxStatus twistIntegers(S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
     if (MoxStatus s = check<L::planes>(src, srcStep, dst, dstStep, roiSize, twist)) return s;
+    const Twist rows(twist);
+    const auto from = imageOf<L>(src, srcStep);
+    const auto to = imageOf<L>(dst, dstStep);
     const RoundToNearest scope;
-    roundedRows<owniTwist32f<L>, L::planes>({{{Twist(twist)}}}, imageOf<L>(src, srcStep), imageOf<L>(dst, dstStep),
-                                            roiSize);
+    if (rows.isModerate())
+        roundedRows<owniTwist32f<L, true>, L::planes>({{{rows}}}, from, to, roiSize);
+    else
+        roundedRows<owniTwist32f<L, false>, L::planes>({{{rows}}}, from, to, roiSize);
     return moxStatusOk;
 }
 
