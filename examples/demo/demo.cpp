@@ -86,11 +86,12 @@ void Demo::drop() {
 template <class T>
 void Demo::show(const std::string& name, const std::string& caption, const Image<T>& image, MoxiRect part) {
     progress(name_ + ": writing " + name + ".png");
-    writePng(folder_ / (name + ".png"), image);
+    const Image<T> shown = crop(image, part);
+    writePng(folder_ / (name + ".png"), shown);
     std::vector<std::string> details = std::move(functions_);
     if (!speeds_.empty()) details.push_back(speeds_ + " MPix/s");
     if (!notes_.empty()) details.push_back(notes_);
-    sheet_.tile(caption, details, depth<Mox8u>(crop(image, part)));
+    sheet_.tile(caption, details, depth<Mox8u>(shown));
     drop();
     progress("");
 }

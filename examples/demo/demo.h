@@ -41,7 +41,7 @@ class Demo {
     // Prints a line below the conversion's, and adds it to the details of the next tile: "PSNR 41.2 dB", say.
     void note(const std::string& text);
 
-    // Writes a result as PNG and puts it, or a part of it, on the contact sheet. Below the caption stand the functions
+    // Writes a result, or a part of it, as PNG and puts it on the contact sheet. Below the caption stand the functions
     // that ran since the last tile, with notes and speeds.
     template <class T>
     void show(const std::string& name, const std::string& caption, const Image<T>& image) {

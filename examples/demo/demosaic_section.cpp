@@ -33,7 +33,7 @@ void demosaicSection(Demo& demo) {
         result("ahd", "homogeneity-directed", rgb);
 
     if (results.size() > 1) {
-        const MoxiRect worst = mostDifferent(original, results[1].image), edges = chromaDetail(original);
+        const MoxiRect worst = mostDifferent(original, results[1].image, kDetail), edges = chromaDetail(original);
         for (const auto& [part, kind] : {std::pair(worst, "Finest detail"), std::pair(edges, "Edges of colour")})
             for (const Result& each : results)
                 demo.detail(std::string(kind) + ", enlarged: " + each.caption, crop(each.image, part));

@@ -18,7 +18,7 @@ constexpr int kNoisy = 25;  // percent
 
 template <class T, class Reduce>
 void reduce(Demo& demo, const char* function, Reduce convert, int32_t type, const Image<T>& rgb, const Method& method,
-            int levels, int noise, const std::string& depth) {
+            int levels, int noise, const std::string& depth, MoxiRect part) {
     const MoxiSize size = rgb.size();
     Image8 result(size, 3);
     int32_t bytes = 0;
@@ -29,17 +29,16 @@ void reduce(Demo& demo, const char* function, Reduce convert, int32_t type, cons
                            buffer.data());
         }))
         return;
-    // Dots show as they are when nothing is scaled.
     const std::string count = std::to_string(levels);
     demo.show("dither-" + depth + "-" + method.name + "-" + count + (noise ? "-noise" : ""),
               std::string(method.caption) + ", " + count + " levels" + (noise ? ", noise" : "") +
                   (depth == "8u" ? "" : ", from " + depth),
-              result, middleOf(size, kTilePicture));
+              result, part);
 }
 #define REDUCE(function) #function, function
 
 // One bit a pixel, of gray.
-void oneBit(Demo& demo) {
+void oneBit(Demo& demo, MoxiRect part) {
     const Image8& rgb = demo.source().rgb8();
     const MoxiSize size = rgb.size();
     Image8 gray(size, 1), bits((size.width + 7) / 8, size.height, 1), black(size, 1);
@@ -52,7 +51,7 @@ void oneBit(Demo& demo) {
         for (int y = 0; y < size.height; ++y)
             for (int x = 0; x < size.width; ++x) *black.at(x, y) = (bits.row(y)[x / 8] << x % 8 & 0x80) ? 255 : 0;
         demo.show(std::string("dither-8u1u-") + method.name, std::string("One bit a pixel: ") + method.caption, black,
-                  middleOf(size, kTilePicture));
+                  part);
     }
 }
 
@@ -61,13 +60,14 @@ void oneBit(Demo& demo) {
 void ditherSection(Demo& demo) {
     constexpr int32_t u8 = 1, u16 = 3, f32 = 9;  // the codes of data types
     const Source& source = demo.source();
+    const MoxiRect part = busiest(source.rgb8(), kTilePicture);  // dots show as they are when nothing is scaled
     for (const Method& method : methods)
         for (const int levels : {2, 8})
             for (const int noise : {0, kNoisy})
-                reduce(demo, REDUCE(moxiReduceBits_8u_C3R), u8, source.rgb8(), method, levels, noise, "8u");
-    reduce(demo, REDUCE(moxiReduceBits_16u8u_C3R), u16, source.rgb16(), methods[moxDitherFs], 4, 0, "16u");
-    reduce(demo, REDUCE(moxiReduceBits_32f8u_C3R), f32, source.rgb32f(), methods[moxDitherBayer], 4, 0, "32f");
-    oneBit(demo);
+                reduce(demo, REDUCE(moxiReduceBits_8u_C3R), u8, source.rgb8(), method, levels, noise, "8u", part);
+    reduce(demo, REDUCE(moxiReduceBits_16u8u_C3R), u16, source.rgb16(), methods[moxDitherFs], 4, 0, "16u", part);
+    reduce(demo, REDUCE(moxiReduceBits_32f8u_C3R), f32, source.rgb32f(), methods[moxDitherBayer], 4, 0, "32f", part);
+    oneBit(demo, part);
 }
 
 }  // namespace demo

@@ -120,10 +120,13 @@ double psnr(const Image<T>& a, const Image<T>& b) {
     return 10 * std::log10(peak * peak * double(a.samples().size()) / sum);
 }
 
-// The window, of a grid of them, in which two images differ most. Enlarged four times it fills a tile.
+// A window that fills a tile of the contact sheet when it is enlarged four times.
+inline constexpr MoxiSize kDetail = {114, 85};
+
+// The window, of a grid of them, in which two images differ most.
 template <class T>
-MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b) {
-    MoxiRect found = {0, 0, std::min(114, a.width()), std::min(85, a.height())};
+MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b, MoxiSize window) {
+    MoxiRect found = {0, 0, std::min(window.width, a.width()), std::min(window.height, a.height())};
     double worst = std::numeric_limits<double>::infinity();
     for (MoxiRect at = found; at.y + at.height <= a.height(); at.y += at.height) {
         for (at.x = 0; at.x + at.width <= a.width(); at.x += at.width) {
@@ -134,10 +137,13 @@ MoxiRect mostDifferent(const Image<T>& a, const Image<T>& b) {
     return found;
 }
 
-// The window in the middle of an image, cut to the image.
-inline MoxiRect middleOf(MoxiSize image, MoxiSize window) {
-    const int width = std::min(image.width, window.width), height = std::min(image.height, window.height);
-    return {(image.width - width) / 2, (image.height - height) / 2, width, height};
+// The window, of a grid of them, in which neighbours differ most.
+template <class T>
+MoxiRect busiest(const Image<T>& image, MoxiSize window) {
+    if (image.width() < 2) return {0, 0, image.width(), std::min(window.height, image.height())};
+    const int width = image.width() - 1;
+    return mostDifferent(crop(image, {0, 0, width, image.height()}), crop(image, {1, 0, width, image.height()}),
+                         window);
 }
 
 }  // namespace demo

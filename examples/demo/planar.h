@@ -57,11 +57,12 @@ inline Image8 decode(const Planar& video) {
     return video.cell.width == 4 ? reversed(std::move(rgb)) : rgb;
 }
 
-// The part of a picture, of even width and height, that suffers most from halved chroma.
+// The part of a picture where colours change most, whatever luma does.
 inline MoxiRect chromaDetail(const Image8& rgb) {
-    Planar video(rgb.size(), {2, 2});
-    moxiRGBToYCbCr420_8u_C3P3R(rgb.data(), rgb.step(), video.planes, video.steps, rgb.size());
-    return mostDifferent(rgb, decode(video));
+    Planar video(rgb.size(), {1, 1});
+    moxiRGBToYCbCr_8u_C3P3R(rgb.data(), rgb.step(), video.planes, video.steps[0], rgb.size());
+    std::fill(video.plane[0].samples().begin(), video.plane[0].samples().end(), Mox8u{128});
+    return busiest(decode(video), kDetail);
 }
 
 }  // namespace demo
