@@ -17,19 +17,6 @@ namespace fs = std::filesystem;
 
 const fs::path kOut = "demo-out";
 
-constexpr const char* kUsage =
-    "usage: demo.sh [picture ...]\n"
-    "\n"
-    "Converts each picture, or a built-in scene, by all families of functions, and writes to demo-out/ in the\n"
-    "current folder:\n"
-    "\n"
-    "  contact-sheet.png, contact-sheet-2.png ...   all results, labelled, with speeds\n"
-    "  <picture>/*.png                              each result in full size\n"
-    "\n"
-    "Pictures are PNG of any kind, binary PNM (PGM, PPM) of 8 or 16 bits, PFM for floats, and the first frame of\n"
-    "8-bit video: Y4M, or raw frames whose name tells size and kind, as clip_640x480.yuv (.yuv, .nv12, .nv21, .yuy2,\n"
-    ".uyvy). Video is read as BT.601. For other files: convert photo.jpg photo.png; ffmpeg -i clip.mp4 clip.y4m.\n";
-
 void printLibrary() {
     const MoxLibraryVersion* version = moxccGetLibVersion();
     Dl_info file{};
@@ -98,7 +85,7 @@ int run(const std::vector<std::string>& files) {
 
 int main(int argc, char** argv) {
     if (argc > 1 && (std::string_view(argv[1]) == "-h" || std::string_view(argv[1]) == "--help")) {
-        std::fputs(demo::kUsage, stdout);
+        std::puts("usage: moxcc_demo [picture ...], with results in demo-out/; ./demo.sh --help tells more");
         return 0;
     }
     try {

@@ -83,7 +83,8 @@ Image8 readY4m(const Bytes& bytes) {
         if (!deep && colours.compare(0, sampling.tag.size(), sampling.tag) == 0 && colours != "444alpha")
             return decodePlanes(bytes, at, size, sampling.cell, sampling.hasChroma, fullRange);
     }
-    throw Error("Y4M of a kind that this program does not read: " + colours);
+    throw Error("Y4M of a kind that this program does not read: " + colours +
+                " (it reads 8-bit 420, 422, 444, 411 and mono)");
 }
 
 namespace {
