@@ -49,12 +49,6 @@ double drawNumber(const Form& form, const Parameter& p, Random& random) {
     return good[random.bits() % good.size()];
 }
 
-double numberOf(const Form& form, std::span<const Argument> arguments, char letter) {
-    for (size_t i = 0; i < arguments.size(); ++i)
-        if (form.parameters[i].letter == letter) return arguments[i].number;
-    return 0;
-}
-
 }  // namespace
 
 Inputs::Inputs(const Form& f, Random& random) : form(&f), arguments(f.parameters.size()) {
@@ -78,7 +72,7 @@ Inputs::Inputs(const Form& f, Random& random) : form(&f), arguments(f.parameters
         if (random.oneIn(2)) size[1].height = static_cast<int>(random.between(1, size[1].height));
         roi.width = size[1].width, roi.height = size[1].height;
     }
-    const double slice = numberOf(f, arguments, 'm');
+    const double slice = f.number('m', arguments);
     if (slice == 1 || slice == 4 || slice == 16) rowsAround = 4;
     for (const int side : {0, 1}) {
         for (size_t i = 0; i < f.planes[side].size(); ++i) {
@@ -88,7 +82,7 @@ Inputs::Inputs(const Form& f, Random& random) : form(&f), arguments(f.parameters
             const int rows = f.rows(side, i, size[side].height);
             int rowBytes = f.rowBytes(side, i, size[side].width);
             if (side == 1 && f.is("*8u1u*"))
-                rowBytes = (size[side].width + static_cast<int>(numberOf(f, arguments, 'o')) + 7) / 8;
+                rowBytes = (size[side].width + static_cast<int>(f.number('o', arguments)) + 7) / 8;
             bytes[side].emplace_back(static_cast<size_t>(rowBytes) * static_cast<size_t>(rows + 2 * rowsAround));
             fill(bytes[side].back(), p->bytes, p->floating, random);
         }
@@ -176,10 +170,10 @@ Scene::Scene(const Inputs& inputs, Random& random) : arguments(inputs.arguments)
                     const int rowBytes = (std::max(inputs.size[1].width, 6) + 8) * sample;
                     buffer = place(others_, rowBytes, 30, Layout::random(random, sample));
                 } else {
-                    const auto dither = static_cast<int>(numberOf(f, arguments, 'd') + numberOf(f, arguments, 'D'));
+                    const auto dither = static_cast<int>(f.number('d', arguments) + f.number('D', arguments));
                     int32_t bytes = 0;
                     MOX_CALL(libraries()[0], moxiReduceBitsGetBufferSize)
-                    (1, inputs.size[0], static_cast<int>(numberOf(f, arguments, 'n')), dither, &bytes);
+                    (1, inputs.size[0], static_cast<int>(f.number('n', arguments)), dither, &bytes);
                     if (!bytes && !inputs.buffer) break;
                     buffer = place(others_, bytes, 1, Layout::random(random, 1));
                 }
@@ -244,7 +238,6 @@ bool sameResult(const Form& form, const std::vector<uint8_t>& a, const std::vect
 }
 
 std::string breach(const Form& form, Random& random) {
-    const Inputs inputs(form, random);
     std::vector<Fault> injected;
     const std::vector<Fault> faults = form.faults();
     if (!faults.empty() && random.oneIn(4))
@@ -252,10 +245,12 @@ std::string breach(const Form& form, Random& random) {
     const uint32_t control = random.oneOf({mxcsr::usual, mxcsr::usual, mxcsr::down, mxcsr::up,
                                            mxcsr::towardZero | mxcsr::flushToZero | mxcsr::denormalsAreZero});
     const uint16_t x87 = random.oneOf<uint16_t>({0x037F, 0x027F, 0x0C7F});
+    Random lying(random.bits());
+    const Inputs inputs(form, random);
 
     std::vector<uint8_t> first;
-    for (int lying = 0; lying < 2; ++lying) {
-        Scene scene(inputs, random);
+    for (int i = 0; i < 2; ++i) {
+        Scene scene(inputs, lying);
         std::vector<uint8_t> firstFile;
         for (const Library& lib : libraries()) {
             const auto told = [&](const std::string& what) {

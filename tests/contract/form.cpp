@@ -418,13 +418,17 @@ void Form::inject(const Fault& fault, std::vector<Argument>& arguments) const {
     }
 }
 
+double Form::number(char letter, std::span<const Argument> arguments) const {
+    for (size_t i = 0; i < parameters.size(); ++i)
+        if (parameters[i].letter == letter) return arguments[i].number;
+    return 0;
+}
+
 MoxStatus Form::expected(std::span<const Argument> arguments) const {
     MoxiSize size = {};
-    double values[128] = {};  // by letter
-    for (size_t i = 0; i < parameters.size(); ++i) {
+    for (size_t i = 0; i < parameters.size(); ++i)
         if (parameters[i].kind == Parameter::size) size = arguments[i].size;
-        values[static_cast<size_t>(parameters[i].letter)] = arguments[i].number;
-    }
+    const auto value = [&](char letter) { return number(letter, arguments); };
     const auto anyOf = [&](Parameter::Role role, const auto& condition) {
         for (size_t i = 0; i < parameters.size(); ++i)
             if (parameters[i].role == role && condition(arguments[i])) return true;
@@ -457,20 +461,20 @@ MoxStatus Form::expected(std::span<const Argument> arguments) const {
             case 'U':
                 return anyOf(Parameter::step, notPositive) ? moxStatusBadSize : 0;
             case 'R': {
-                const float range = static_cast<float>(values['V']) - static_cast<float>(values['v']);
+                const float range = static_cast<float>(value('V')) - static_cast<float>(value('v'));
                 return range <= 0 ? moxStatusBadRange : 0;
             }
             case 'b': {
-                const bool used = values['D'] == 3 || (values['d'] > 0 && (values['d'] < 4 || values['n'] > 0));
+                const bool used = value('D') == 3 || (value('d') > 0 && (value('d') < 4 || value('n') > 0));
                 return used && anyOf(Parameter::buffer, null) ? moxStatusNullPtr : 0;
             }
             case 'O':
                 return size.width % cell.width || size.height % cell.height ? moxStatusOddSize : 0;
             case 'l':
-                return values['l'] < 2 || values['l'] > mostLevels ? moxStatusBadLevels : 0;
+                return value('l') < 2 || value('l') > mostLevels ? moxStatusBadLevels : 0;
             default: {
                 const NumberKind& kind = numberKind(test);
-                return std::ranges::count(kind.bad, values[static_cast<size_t>(test)]) ? kind.otherwise : 0;
+                return std::ranges::count(kind.bad, value(test)) ? kind.otherwise : 0;
             }
         }
     };

@@ -85,6 +85,7 @@ struct Form {
     int rowBytes(int side, size_t plane, int width) const;
     int rows(int side, size_t plane, int height) const;
 
+    double number(char letter, std::span<const Argument> arguments) const;  ///< 0 if it takes none of the letter.
     std::vector<Fault> faults() const;
     void inject(const Fault& fault, std::vector<Argument>& arguments) const;
     MoxStatus expected(std::span<const Argument> arguments) const;

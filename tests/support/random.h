@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <limits>
+#include <span>
 #include <type_traits>
 
 namespace moxtest {
@@ -15,11 +16,15 @@ class Random {
   public:
     explicit Random(uint64_t seed) : state_(seed) {}
 
-    uint64_t bits() {  // splitmix64
-        uint64_t z = state_ += 0x9E3779B97F4A7C15u;
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
-        return z ^ (z >> 31);
+    /// Two of the bytes decide the low bits of each value, as long as they last.
+    explicit Random(std::span<const uint8_t> bytes) : state_(bytes.size()), bytes_(bytes) {}
+
+    uint64_t bits() {
+        uint64_t value = mixed();
+        if (bytes_.size() < 2) return value;
+        value = (value & ~uint64_t{0xFFFF}) | static_cast<uint64_t>(bytes_[0] << 8 | bytes_[1]);
+        bytes_ = bytes_.subspan(2);
+        return value;
     }
 
     /// lo to hi, both included.
@@ -93,7 +98,15 @@ class Random {
     }
 
   private:
+    uint64_t mixed() {  // splitmix64
+        uint64_t z = state_ += 0x9E3779B97F4A7C15u;
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
+        return z ^ (z >> 31);
+    }
+
     uint64_t state_;
+    std::span<const uint8_t> bytes_;
 };
 
 }  // namespace moxtest
