@@ -160,7 +160,7 @@ Source::Source(Image8 rgb) : rgb8_(std::move(rgb)) {}
 
 Source::Source(Image16 rgb) : rgb8_(depth<Mox8u>(rgb)), rgb16_(std::move(rgb)) {}
 
-Source::Source(ImageF linear, float exposure) : linear_(std::move(linear)) {
+Source::Source(ImageF linear, float exposure) : linear_(std::move(linear)), exposure_(exposure) {
     rgb32f_ = map<Mox32f>(linear_, [=](float sample) {
         return sample > 0 ? std::pow(std::min(sample * exposure, 1.0f), 1 / kGamma) : 0.0f;
     });

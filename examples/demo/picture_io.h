@@ -28,6 +28,7 @@ class Source {
     const ImageF& rgb32f() const;
     // Linear light.
     const ImageF& linear() const;
+    float exposure() const { return exposure_; }
 
     MoxiSize size() const { return rgb8_.size(); }
 
@@ -37,6 +38,7 @@ class Source {
     mutable Image16 rgb16_;
     mutable ImageF rgb32f_;
     mutable ImageF linear_;
+    float exposure_ = 1;
 };
 
 // PNG of any kind, PNM (P5, P6; 8 and 16 bits), PFM, the first frame of video (video_io.h). Throws Error.

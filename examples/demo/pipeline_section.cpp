@@ -9,10 +9,9 @@ namespace {
 constexpr float kFilters[3] = {0.5f, 1, 0.7f};
 
 // What the sensor counts, exposed so that highlights up to two stops above white are kept.
-Image16 sensorFrame(const ImageF& linear) {
+Image16 sensorFrame(ImageF light, float exposure) {
     float highest = 1;
-    for (const float sample : linear.samples()) highest = std::max(highest, std::min(sample, 4.0f));
-    ImageF light = linear;
+    for (float& sample : light.samples()) highest = std::max(highest, std::min(sample *= exposure, 4.0f));
     for (size_t i = 0; i < light.samples().size(); ++i) light.samples()[i] *= kFilters[i % 3] / highest;
     return mosaic(depth<Mox16u>(light));
 }
@@ -24,7 +23,7 @@ void pipelineSection(Demo& demo) {
     const MoxiSize all = demo.source().size(), size = {all.width & -2, all.height & -2};
     if (size.width < 6 || size.height < 6) return demo.note("too small for a camera");
     const MoxiRect whole = {0, 0, size.width, size.height};
-    const Image16 raw = sensorFrame(crop(demo.source().linear(), whole));
+    const Image16 raw = sensorFrame(crop(demo.source().linear(), whole), demo.source().exposure());
     demo.show("camera-1-raw", "1. The raw frame, each site behind its filter: linear light looks dark",
               colouredMosaic(raw));
 
