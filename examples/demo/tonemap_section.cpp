@@ -17,14 +17,17 @@ void toneMapSection(Demo& demo) {
         const char *name, *caption;
         const ImageF& image;
     } pictures[] = {{"light", "Linear light", light}, {"colour", "Gamma-corrected colours", corrected}};
-    for (const auto& [name, caption, image] : pictures) {
+    for (const auto& picture : pictures) {
+        const ImageF& image = picture.image;
         const MoxiSize plane = {image.width() * image.channels(), image.height()};
         Image8 mapped(size, image.channels());
         if (demo.run(
                 CALL(moxiToneMapLinear_32f8u_C1R, image.data(), image.step(), mapped.data(), mapped.step(), plane)))
-            demo.show(std::string("tonemap-linear-") + name, std::string(caption) + ", brightest to 255", mapped);
+            demo.show(std::string("tonemap-linear-") + picture.name,
+                      std::string(picture.caption) + ", brightest to 255", mapped);
         if (demo.run(CALL(moxiToneMapMean_32f8u_C1R, image.data(), image.step(), mapped.data(), mapped.step(), plane)))
-            demo.show(std::string("tonemap-mean-") + name, std::string(caption) + ", twice the mean to 255", mapped);
+            demo.show(std::string("tonemap-mean-") + picture.name,
+                      std::string(picture.caption) + ", twice the mean to 255", mapped);
     }
 }
 
