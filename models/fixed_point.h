@@ -108,8 +108,9 @@ struct Terms {
 
     MOX_INLINE Px<I16, 3> chroma(const Px<I16, 2>& p) const {
         const I16 u = plus<-w.base.chroma>(p.c[0]), v = plus<-w.base.chroma>(p.c[1]);
-        return Px{plus<w.offset.r>(term(v, w.rCr)), plus<w.offset.g>(green<w.gCb>(u) + green<w.gCr>(v)),
-                  plus<w.offset.b>(term(u, w.bCb))};
+        return Px{plus<w.offset.r - common>(term(v, w.rCr)),
+                  plus<w.offset.g - common>(green<w.gCb>(u) + green<w.gCr>(v)),
+                  plus<w.offset.b - common>(term(u, w.bCb))};
     }
     MOX_INLINE Px<I16, 3> pixel(I16 luma, const Px<I16, 3>& shared) const {
         const I16 y = lumaTerm(luma);
@@ -117,6 +118,9 @@ struct Terms {
     }
 
   private:
+    /// An offset that all have is added to luma, once.
+    static constexpr int common = w.offset.r == w.offset.g && w.offset.g == w.offset.b ? w.offset.r : 0;
+
     MOX_INLINE static I16 term(I16 x, int weight) { return truncatedTerm<w.bits>(x, weight); }
     template <int weight>
     MOX_INLINE static I16 green(I16 x) {
@@ -124,7 +128,7 @@ struct Terms {
     }
     MOX_INLINE static I16 lumaTerm(I16 luma) {
         const I16 y = plus<-w.base.luma>(luma);
-        return w.luma == TermWeights::plain ? shl<w.fraction>(y) : term(y, w.luma);
+        return plus<common>(w.luma == TermWeights::plain ? shl<w.fraction>(y) : term(y, w.luma));
     }
 };
 
