@@ -50,7 +50,10 @@ struct RowSum {
     ptrdiff_t addPasses(const uint8_t* row, ptrdiff_t i, ptrdiff_t n) {
         constexpr int vectors = 16 / F32::count;
         F32 sum[vectors];
-        for (int v = 0; v < vectors; ++v) sum[v] = load<F32>(lane + v * F32::count);
+        for (int v = 0; v < vectors; ++v) {  // by fours, as they were written: a processor forwards no wider loads
+            const float* fours = lane + v * F32::count;
+            sum[v] = fromLanes<F32>(load128(fours), load128(fours + F32::count - 4));
+        }
         for (; i + 16 <= n; i += 16)
             for (int v = 0; v < vectors; ++v) sum[v] = sum[v] + load<F32>(row + (i + v * F32::count) * 4);
         for (int v = 0; v < vectors; ++v) store(lane + v * F32::count, sum[v]);
