@@ -31,8 +31,8 @@ template <int n>
 using DstRows = RowsOf<uint8_t, n>;
 
 /// C interleaved samples a pixel, of which the first `used` carry colour; the others are not read, and keep what they
-/// held.
-template <class T, int C, int used = C>
+/// held. If the pixels are dealt, the block's vectors are those in memory.
+template <class T, int C, int used = C, bool dealt = false>
 struct Interleaved {
     using Sample = T;
     static constexpr int planes = 1;
@@ -41,8 +41,9 @@ struct Interleaved {
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * C * ptrdiff_t(sizeof(T)); }
 
     template <int N>
-    static constexpr int laneStride = N / lanes* C* int(sizeof(T));
-    static constexpr ptrdiff_t vectorStride = 16 * C;
+    static constexpr int laneStride = dealt ? 16 : N / lanes* C* int(sizeof(T));
+    static constexpr int registerStride = dealt ? vectorBytes : 16;
+    static constexpr ptrdiff_t vectorStride = registerStride * C;
 
     template <int N>
     MOX_INLINE static Block<T, used, N> load(const SrcRows<1>& rows, ptrdiff_t x) {
@@ -50,7 +51,7 @@ struct Interleaved {
         Block<T, used, N> block;
         for (int j = 0; j < block.c[0].vectors; ++j, p += vectorStride) {
             Vec<T> reg[C];
-            for (int i = 0; i < C; ++i) reg[i] = q4::load<Vec<T>, laneStride<N>>(p + 16 * i);
+            for (int i = 0; i < C; ++i) reg[i] = q4::load<Vec<T>, laneStride<N>>(p + registerStride * i);
             if constexpr (C > 1) deinterleave(reg, reg);
             for (int c = 0; c < used; ++c) block.c[c].v[j] = reg[c];
         }
@@ -73,9 +74,13 @@ struct Interleaved {
                 reg[0] = channel[0];
             if constexpr (keepsOld) {
                 for (int i = 0; i < C; ++i) {
-                    const Vec<T> old = q4::load<Vec<T>, laneStride<N>>(p + 16 * i);
+                    const Vec<T> old = q4::load<Vec<T>, laneStride<N>>(p + registerStride * i);
                     reg[i] = select(fourthMask<T>(i * laneElements<T>), old, reg[i]);
                 }
+            }
+            if constexpr (dealt) {
+                for (int i = 0; i < C; ++i) q4::store(p + registerStride * i, reg[i]);
+                continue;
             }
             for (int i = 0; i + 2 <= C; i += 2) storePair<laneStride<N>>(p + 16 * i, reg[i], reg[i + 1]);
             if constexpr (C % 2 == 1) q4::store<laneStride<N>>(p + 16 * (C - 1), reg[C - 1]);
@@ -174,5 +179,36 @@ struct Reversed : Layout {
         Layout::template store<N>(rows, x, reversed(block));
     }
 };
+
+// ---- dealt pixels ---------------------------------------------------------------------------------------------------
+//
+// Pixels of four bytes, loaded in vectors as they follow and taken apart lane by lane, leave a block's pixels dealt to
+// the lanes, four at a time. A kernel whose rule takes each pixel by itself, or each pair, need not put them back in line
+// before it is done: its two layouts are Dealt.
+
+/// A layout whose blocks are dealt: planes of bytes, or one of those that have a specialisation.
+template <class Layout>
+struct Dealt : Layout {
+    template <int N>
+    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+        auto block = Layout::template load<N>(rows, x);
+        for (auto& channel : block.c) channel.v[0] = deal<4>(channel.v[0]);
+        return block;
+    }
+    template <int N>
+    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, auto block) {
+        for (auto& channel : block.c) channel.v[0] = undeal<4>(channel.v[0]);
+        Layout::template store<N>(rows, x, block);
+    }
+};
+template <int used>
+struct Dealt<Interleaved<uint8_t, 4, used>> : Interleaved<uint8_t, 4, used, true> {};
+template <class Layout>
+struct Dealt<Reversed<Layout>> : Reversed<Dealt<Layout>> {};
+
+/// Whether a layout is one of 4-byte pixels.
+template <class Layout>
+inline constexpr bool fourBytes = Layout::planes == 1 && Layout::bytes(0, 1) == 4 &&
+                                  sizeof(typename Layout::Sample) == 1;
 
 }  // namespace q4

@@ -58,6 +58,16 @@ MOX_INLINE void storePart(uint8_t* p, U8 v) {
     if constexpr (part == 2) storeHalf(p, v);
     if constexpr (part == 4) storeQuarter(p, v);
 }
+/// The low halves of the lanes of a and b, of dealt pairs of cells.
+MOX_INLINE void storeHalvesDealt(uint8_t* toA, uint8_t* toB, U8 a, U8 b) {
+    if constexpr (lanes == 1) {
+        storeHalf(toA, a), storeHalf(toB, b);
+    } else {  // a in the first lane, b in the second, the pairs still in twos
+        const U8 both = undeal<4>(unpackLo<64>(a, b));
+        const U8 sorted = shuffle(both, pattern(0, 1, 4, 5, 2, 3, 6, 7, 8, 9, 12, 13, 10, 11, 14, 15));
+        store128(toA, laneOf<0>(sorted)), store128(toB, laneOf<lanes - 1>(sorted));
+    }
+}
 
 /// A plane for each kind of chroma.
 template <int cellWidth_>
@@ -84,6 +94,10 @@ struct SeparateChroma {
     MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
         for (int i = 0; i < 2; ++i) storePart<cellWidth>(rows[i] + bytes(x), chroma[i]);
     }
+    MOX_INLINE static void storeDealt(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
+        static_assert(cellWidth == 2);
+        storeHalvesDealt(rows[0] + bytes(x), rows[1] + bytes(x), chroma[0], chroma[1]);
+    }
 };
 
 /// One plane of chroma pairs.
@@ -102,6 +116,10 @@ struct PairedChroma {
     }
     MOX_INLINE static void store(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
         storePart<cellWidth / 2>(rows[0] + bytes(x), joinPairs(chroma));
+    }
+    MOX_INLINE static void storeDealt(uint8_t* const* rows, ptrdiff_t x, const U8 (&chroma)[2]) {
+        static_assert(cellWidth == 2);
+        q4::store(rows[0] + bytes(x), undeal<4>(joinPairs(chroma)));
     }
 };
 
@@ -148,7 +166,7 @@ using SemiPlanar420 = LumaPlane<2, PairedChroma<2>>;
 enum class Order { lumaFirst, chromaFirst };
 
 /// 4:2:2 in one row of bytes that are luma and chroma in turn.
-template <Order order>
+template <Order order, bool dealt = false>
 struct Packed422 {
     using Sample = uint8_t;
     static constexpr int planes = 1;
@@ -159,26 +177,24 @@ struct Packed422 {
     template <int N>
     MOX_INLINE static BlockType load(const SrcRows<1>& rows, ptrdiff_t x) {
         const Halves in = halves<N>(rows, x);
-        BlockType block = {{narrowU8(in.luma[0], in.luma[1])}, {}};
-        splitPairs(narrowU8(in.chroma[0], in.chroma[1]), block.chroma);
+        BlockType block = {{everySecond<luma>(in)}, {}};
+        splitPairs(everySecond<1 - luma>(in), block.chroma);
         return block;
     }
     template <int N>
     MOX_INLINE static WideYccBlock<1> loadWide(const SrcRows<1>& rows, ptrdiff_t x) {
         const Halves in = halves<N>(rows, x);
         WideYccBlock<1> block;
-        splitPairs(narrowU8(in.luma[0], in.luma[1]), block.even[0], block.odd[0]);
-        splitPairs(narrowU8(in.chroma[0], in.chroma[1]), block.chroma[0], block.chroma[1]);
+        widenBytes<luma>(in, block.even[0], block.odd[0]);
+        widenBytes<1 - luma>(in, block.chroma[0], block.chroma[1]);
         return block;
     }
     template <int N>
     MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const BlockType& block) {
         static_assert(N == lumaPixels);
-        uint8_t* p = rows.p[0] + 2 * x;
         const U8 pairs = joinPairs(block.chroma);
-        const U8 first = order == Order::lumaFirst ? block.y[0] : pairs;
-        const U8 second = order == Order::lumaFirst ? pairs : block.y[0];
-        storePair<32>(p, unpackLo<8>(first, second), unpackHi<8>(first, second));
+        const U8 first = luma == 0 ? block.y[0] : pairs, second = luma == 0 ? pairs : block.y[0];
+        storeHalves(rows.p[0] + 2 * x, {{unpackLo<8>(first, second), unpackHi<8>(first, second)}});
     }
 
     struct Cell {
@@ -187,7 +203,7 @@ struct Packed422 {
     /// The cell of the last pixel of an odd width, of which p holds luma and the first chroma: the second chroma is that
     /// of the pair before, or, if there is none, the first for both.
     static Cell lastCell(const uint8_t* p, bool pairBefore) {
-        constexpr int luma = order == Order::lumaFirst ? 0 : 1, first = 1 - luma;
+        constexpr int first = 1 - luma;
         Cell cell;
         cell.bytes[luma] = cell.bytes[luma + 2] = p[luma];
         cell.bytes[first] = p[first];
@@ -196,22 +212,40 @@ struct Packed422 {
     }
 
   private:
-    /// Luma, and chroma of both kinds in turn, of the first and of the second half of each lane's pixels.
+    static constexpr int luma = order == Order::lumaFirst ? 0 : 1;
+
+    /// The bytes of the first and of the second half of each lane's pixels.
     struct Halves {
-        I16 luma[2], chroma[2];
+        U8 v[2];
     };
     template <int N>
     MOX_INLINE static Halves halves(const SrcRows<1>& rows, ptrdiff_t x) {
         static_assert(N == lumaPixels);
         const uint8_t* p = rows.p[0] + 2 * x;
-        Halves result;
-        for (int i = 0; i < 2; ++i) {
-            const U16 pairs = q4::load<U16, 32>(p + 16 * i);
-            const I16 first = as<I16>(pairs & splat<U16>(0xFF)), second = as<I16>(shr<8>(pairs));
-            result.luma[i] = order == Order::lumaFirst ? first : second;
-            result.chroma[i] = order == Order::lumaFirst ? second : first;
-        }
-        return result;
+        if constexpr (dealt)
+            return {{deal<8>(q4::load<U8>(p)), deal<8>(q4::load<U8>(p + vectorBytes))}};
+        else
+            return {{q4::load<U8, 32>(p), q4::load<U8, 32>(p + 16)}};
+    }
+    MOX_INLINE static void storeHalves(uint8_t* p, const Halves& half) {
+        if constexpr (dealt)
+            q4::store(p, undeal<8>(half.v[0])), q4::store(p + vectorBytes, undeal<8>(half.v[1]));
+        else
+            storePair<32>(p, half.v[0], half.v[1]);
+    }
+
+    /// Every second byte, from the first or the second on.
+    template <int first>
+    MOX_INLINE static U8 everySecond(const Halves& in) {
+        const auto of = [](U8 v) { return as<I16>(first == 0 ? as<U16>(v) & splat<U16>(0xFF) : shr<8>(as<U16>(v))); };
+        return narrowU8(of(in.v[0]), of(in.v[1]));
+    }
+    /// Bytes i and i + 2 of each cell of four.
+    template <int i>
+    MOX_INLINE static void widenBytes(const Halves& in, I16& first, I16& second) {
+        const U8 apart = pattern(i, -1, i + 4, -1, i + 8, -1, i + 12, -1, i + 2, -1, i + 6, -1, i + 10, -1, i + 14, -1);
+        const I16 a = as<I16>(shuffle(in.v[0], apart)), b = as<I16>(shuffle(in.v[1], apart));
+        first = unpackLo<64>(a, b), second = unpackHi<64>(a, b);
     }
 };
 
@@ -241,6 +275,21 @@ struct Crossed : Layout {
 };
 
 using YCrCb422 = Crossed<YCbCr422>;
+
+template <Order order>
+struct Dealt<Packed422<order>> : Packed422<order, true> {};
+
+/// Written only.
+template <int lumaRows, class Chroma>
+struct Dealt<LumaPlane<lumaRows, Chroma>> : LumaPlane<lumaRows, Chroma> {
+    template <int N>
+    MOX_INLINE static void store(const DstRows<lumaRows + Chroma::planes>& rows, ptrdiff_t x, const auto& block) {
+        for (int i = 0; i < lumaRows; ++i) q4::store(rows.p[i] + x, undeal<4>(block.y[i]));
+        Chroma::storeDealt(rows.p + lumaRows, x, block.chroma);
+    }
+};
+template <class Layout>
+struct Dealt<Crossed<Layout>> : Crossed<Dealt<Layout>> {};
 
 // ---- pairs of rows --------------------------------------------------------------------------------------------------
 
@@ -286,6 +335,9 @@ struct TwoRows {
         for (int i = 0; i < 2; ++i) Layout::template store<N>(one(rows, i), x, pair.row[i]);
     }
 };
+
+template <class Layout>
+struct Dealt<TwoRows<Layout>> : TwoRows<Dealt<Layout>> {};
 
 /// Two columns of any layout of 8-bit channels for each column asked for: the even ones, then the odd.
 template <class Layout>

@@ -94,14 +94,10 @@ struct Spread {
 
 // ---- kernels: source, destination, columns of the first rule, first rule, rule of the rest --------------------------
 
-template <class Src>
-inline constexpr int vectorColumns8u = 4;
-template <>
-inline constexpr int vectorColumns8u<AC4<Mox8u>> = 8;
-
-template <class Src>
 using innerRGBToGray_8u_C3C1R =
-    Split<Src, C1<Mox8u>, vectorColumns8u<Src>, On<U8p8, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
+    Split<C3<Mox8u>, C1<Mox8u>, 4, On<U8p8, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
+using innerRGBToGray_8u_AC4C1R =
+    Split<Dealt<AC4<Mox8u>>, Dealt<C1<Mox8u>>, 8, On<U8p8, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
 template <class Src, class T>
 using innerRGBToGray_16u_C3C1R = AllColumns<Src, C1<T>, On<I32, GrayRounded<T>>>;
 template <class Src>
@@ -140,11 +136,11 @@ Weights<T> weightsOr(const Weights<T>& otherwise, const T* coeffs) {
     return coeffs ? Weights<T>{{coeffs[0], coeffs[1], coeffs[2]}} : otherwise;
 }
 
-template <template <class> class Src>
+template <class Kernel>
 MoxStatus gray8u(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
                  const Mox32f* coeffs) {
     const Weights<uint16_t> weights = weights8u(coeffs);
-    return convert(innerRGBToGray_8u_C3C1R<Src<Mox8u>>{{{weights}}, {{weights}}}, src, srcStep, dst, dstStep, roiSize);
+    return convert(Kernel{{{weights}}, {{weights}}}, src, srcStep, dst, dstStep, roiSize);
 }
 
 template <template <class> class Src, class T>
@@ -173,10 +169,10 @@ MoxStatus gray64f(const Mox64f* src, int32_t srcStep, Mox64f* dst, int32_t dstSt
 using namespace q4;
 
 MoxStatus moxiRGBToGray_8u_C3C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray8u<C3>(src, srcStep, dst, dstStep, roiSize, nullptr);
+    return gray8u<innerRGBToGray_8u_C3C1R>(src, srcStep, dst, dstStep, roiSize, nullptr);
 }
 MoxStatus moxiRGBToGray_8u_AC4C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray8u<AC4>(src, srcStep, dst, dstStep, roiSize, nullptr);
+    return gray8u<innerRGBToGray_8u_AC4C1R>(src, srcStep, dst, dstStep, roiSize, nullptr);
 }
 MoxStatus moxiRGBToGray_16u_C3C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
     return gray16<C3>(src, srcStep, dst, dstStep, roiSize, nullptr);
@@ -198,11 +194,11 @@ MoxStatus moxiRGBToGray_32f_AC4C1R(const Mox32f* src, int32_t srcStep, Mox32f* d
 }
 MoxStatus moxiColorToGray_8u_C3C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
                                    const Mox32f* coeffs) {
-    return gray8u<C3>(src, srcStep, dst, dstStep, roiSize, coeffs);
+    return gray8u<innerRGBToGray_8u_C3C1R>(src, srcStep, dst, dstStep, roiSize, coeffs);
 }
 MoxStatus moxiColorToGray_8u_AC4C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
                                     const Mox32f* coeffs) {
-    return gray8u<AC4>(src, srcStep, dst, dstStep, roiSize, coeffs);
+    return gray8u<innerRGBToGray_8u_AC4C1R>(src, srcStep, dst, dstStep, roiSize, coeffs);
 }
 MoxStatus moxiColorToGray_16u_C3C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
                                     const Mox32f* coeffs) {

@@ -425,6 +425,28 @@ MOX_INLINE Vec<T> lanesBefore([[maybe_unused]] Vec<T> v, Vec<T> before) {
     return before;
 #endif
 }
+/// Groups of n bytes dealt to the lanes in turn: the first lane gets those of even number.
+template <int n, class T>
+MOX_INLINE Vec<T> deal(Vec<T> v) {
+#if defined(__AVX2__)
+    if constexpr (n == 4)
+        return as<Vec<T>>(I32{_mm256_permutevar8x32_epi32(as<I32>(v).r, _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7))});
+    if constexpr (n == 8) return as<Vec<T>>(I32{_mm256_permute4x64_epi64(as<I32>(v).r, 0 | 2 << 2 | 1 << 4 | 3 << 6)});
+#else
+    return v;
+#endif
+}
+/// Groups of n bytes of the lanes in turn.
+template <int n, class T>
+MOX_INLINE Vec<T> undeal(Vec<T> v) {
+#if defined(__AVX2__)
+    if constexpr (n == 4)
+        return as<Vec<T>>(I32{_mm256_permutevar8x32_epi32(as<I32>(v).r, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))});
+    if constexpr (n == 8) return deal<8>(v);
+#else
+    return v;
+#endif
+}
 /// The elements of the whole vector moved up by one, across its lanes, behind a new first one.
 MOX_INLINE F32 pushFirst(float first, F32 v) {
 #if defined(__AVX2__)

@@ -165,9 +165,19 @@ struct Encode {
 
     MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
         const ptrdiff_t whole = width & -cellWidth, limit = Limit::limit(whole);
-        span<Src, Dst>(src, dst, 0, limit, Cells<cellWidth, Below>{});
-        span<Src, Dst>(src, dst, limit, whole, Cells<cellWidth, Above>{});
-        if constexpr (!std::is_void_v<Rest>) span<Src, Dst>(src, dst, whole, width, Cells<cellWidth, Rest>{});
+        columns<Below>(src, dst, 0, limit);
+        columns<Above>(src, dst, limit, whole);
+        if constexpr (!std::is_void_v<Rest>) columns<Rest>(src, dst, whole, width);
+    }
+
+  private:
+    template <class Rules>
+    MOX_INLINE static void columns(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x,
+                                   ptrdiff_t end) {
+        constexpr bool dealt = fourBytes<Pixels> && cellWidth == 2;
+        using From = std::conditional_t<dealt, Dealt<Src>, Src>;
+        using To = std::conditional_t<dealt, Dealt<Dst>, Dst>;
+        span<From, To>(src, dst, x, end, Cells<cellWidth, Rules>{});
     }
 };
 
