@@ -258,11 +258,13 @@ std::string breach(const Form& form, Random& random) {
             };
             scene.restore();
             for (const Fault& fault : injected) form.inject(fault, scene.arguments);
-            const MoxStatus expected = form.expected(scene.arguments);
-            MoxStatus status = 0;
+            MoxStatus status = 0, expected = 0;
             {
                 const X87Scope x87Scope(x87);
-                underMxcsr(control, [&] { status = call(lib, form, scene.arguments); });
+                underMxcsr(control, [&] {
+                    status = call(lib, form, scene.arguments);
+                    expected = form.expected(scene.arguments);  // a difference of limits depends on the controls
+                });
             }
             if (status != expected && !(status == moxStatusNoOperation && form.is("*ToneMap*")))
                 return told("status " + std::to_string(status) + " instead of " + std::to_string(expected));
