@@ -52,7 +52,10 @@ struct Interleaved {
         for (int j = 0; j < block.c[0].vectors; ++j, p += vectorStride) {
             Vec<T> reg[C];
             for (int i = 0; i < C; ++i) reg[i] = q4::load<Vec<T>, laneStride<N>>(p + registerStride * i);
-            if constexpr (C > 1) deinterleave(reg, reg);
+            if constexpr (C > 1)
+                deinterleave(reg, reg);
+            else if constexpr (dealt)
+                reg[0] = deal<4>(reg[0]);
             for (int c = 0; c < used; ++c) block.c[c].v[j] = reg[c];
         }
         return block;
@@ -61,7 +64,7 @@ struct Interleaved {
     template <int N>
     MOX_INLINE static void store(const DstRows<1>& rows, ptrdiff_t x, const Block<T, used, N>& block) {
         uint8_t* p = rows.p[0] + bytes(0, x);
-        if constexpr (C == 1 && Channel<T, N>::vectors == 2) {
+        if constexpr (C == 1 && Channel<T, N>::vectors == 2 && !dealt) {
             storePair<laneStride<N>>(p, block.c[0].v[0], block.c[0].v[1]);
             return;
         }
@@ -71,7 +74,7 @@ struct Interleaved {
             if constexpr (C > 1)
                 interleave(channel, reg);
             else
-                reg[0] = channel[0];
+                reg[0] = dealt ? undeal<4>(channel[0]) : channel[0];
             if constexpr (keepsOld) {
                 for (int i = 0; i < C; ++i) {
                     const Vec<T> old = q4::load<Vec<T>, laneStride<N>>(p + registerStride * i);
@@ -182,33 +185,25 @@ struct Reversed : Layout {
 
 // ---- dealt pixels ---------------------------------------------------------------------------------------------------
 //
-// Pixels of four bytes, loaded in vectors as they follow and taken apart lane by lane, leave a block's pixels dealt to
-// the lanes, four at a time. A kernel whose rule takes each pixel by itself, or each pair, need not put them back in line
-// before it is done: its two layouts are Dealt.
+// Pixels of four samples, loaded in vectors as they follow and taken apart lane by lane, leave a vector's pixels dealt to
+// the lanes, so many at a time as a lane of memory holds: four bytes of each channel. A kernel whose rule takes each pixel
+// by itself, or each pair of bytes, need not put them back in line before it is done: its two layouts are Dealt.
 
-/// A layout whose blocks are dealt: planes of bytes, or one of those that have a specialisation.
+/// A layout whose blocks are dealt.
 template <class Layout>
-struct Dealt : Layout {
-    template <int N>
-    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
-        auto block = Layout::template load<N>(rows, x);
-        for (auto& channel : block.c) channel.v[0] = deal<4>(channel.v[0]);
-        return block;
-    }
-    template <int N>
-    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, auto block) {
-        for (auto& channel : block.c) channel.v[0] = undeal<4>(channel.v[0]);
-        Layout::template store<N>(rows, x, block);
-    }
+struct Dealt;
+template <class T, int C, int used>
+struct Dealt<Interleaved<T, C, used>> : Interleaved<T, C, used, true> {
+    static_assert(C == 1 || C == 4);
 };
-template <int used>
-struct Dealt<Interleaved<uint8_t, 4, used>> : Interleaved<uint8_t, 4, used, true> {};
 template <class Layout>
 struct Dealt<Reversed<Layout>> : Reversed<Dealt<Layout>> {};
 
-/// Whether a layout is one of 4-byte pixels.
+/// Whether a layout is one of pixels of four samples.
 template <class Layout>
-inline constexpr bool fourBytes = Layout::planes == 1 && Layout::bytes(0, 1) == 4 &&
-                                  sizeof(typename Layout::Sample) == 1;
+inline constexpr bool fourSamples = Layout::planes == 1 && Layout::bytes(0, 1) == 4 * sizeof(typename Layout::Sample);
+
+template <bool condition, class Layout>
+using DealtIf = std::conditional_t<condition, Dealt<Layout>, Layout>;
 
 }  // namespace q4

@@ -98,10 +98,13 @@ using innerRGBToGray_8u_C3C1R =
     Split<C3<Mox8u>, C1<Mox8u>, 4, On<U8p8, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
 using innerRGBToGray_8u_AC4C1R =
     Split<Dealt<AC4<Mox8u>>, Dealt<C1<Mox8u>>, 8, On<U8p8, GrayTruncatedTerms>, On<I32, GrayFullPrecision>>;
+/// Of three channels, or of four.
+template <class Src, class Rule>
+using AllToGray = AllColumns<DealtIf<fourSamples<Src>, Src>, DealtIf<fourSamples<Src>, C1<typename Src::Sample>>, Rule>;
 template <class Src, class T>
-using innerRGBToGray_16u_C3C1R = AllColumns<Src, C1<T>, On<I32, GrayRounded<T>>>;
+using innerRGBToGray_16u_C3C1R = AllToGray<Src, On<I32, GrayRounded<T>>>;
 template <class Src>
-using innerRGBToGray_32f_C3C1R = AllColumns<Src, C1<Mox32f>, On<F32, GrayFloat>>;
+using innerRGBToGray_32f_C3C1R = AllToGray<Src, On<F32, GrayFloat>>;
 
 /// Pairs run from the first column whose destination is on 16 bytes, or is the row's second.
 template <class Src_>

@@ -63,10 +63,9 @@ struct Decode {
     MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
         const auto below = colours<Below>();
         const auto above = colours<Above>();
-        constexpr bool dealt = Src_::planes == 1 && fourBytes<Dst>;
-        using From = std::conditional_t<dealt, Wide<Dealt<Src_>>, Src>;
-        using To = std::conditional_t<dealt, Dealt<Dst>, Dst>;
-        Split<From, To, group, decltype(below), decltype(above)>{below, above}.row(src, dst, width);
+        constexpr bool dealt = Src_::planes == 1 && fourSamples<Dst>;
+        Split<Wide<DealtIf<dealt, Src_>>, DealtIf<dealt, Dst>, group, decltype(below), decltype(above)>{below, above}
+            .row(src, dst, width);
     }
 };
 

@@ -174,10 +174,8 @@ struct Encode {
     template <class Rules>
     MOX_INLINE static void columns(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x,
                                    ptrdiff_t end) {
-        constexpr bool dealt = fourBytes<Pixels> && cellWidth == 2;
-        using From = std::conditional_t<dealt, Dealt<Src>, Src>;
-        using To = std::conditional_t<dealt, Dealt<Dst>, Dst>;
-        span<From, To>(src, dst, x, end, Cells<cellWidth, Rules>{});
+        constexpr bool dealt = fourSamples<Pixels> && cellWidth == 2;
+        span<DealtIf<dealt, Src>, DealtIf<dealt, Dst>>(src, dst, x, end, Cells<cellWidth, Rules>{});
     }
 };
 
