@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <barrier>
 #include <thread>
@@ -44,6 +45,24 @@ TEST_P(Contract, TestsArgumentsInOrder) {
                 ASSERT_EQ(scene.strayWrites(status < 0), "") << describe(lastCall());
             }
         }
+    }
+}
+
+// Rows may lie on each other, unless steps are tested.
+TEST_P(Contract, TakesStepsOfZero) {
+    if (form().tested('T') || form().tested('U')) return;
+    Random random(2);
+    const Inputs inputs(form(), random);
+    Scene scene(inputs, random);
+    scene.restore();
+    for (size_t i = 0; i < scene.arguments.size(); ++i) {
+        const Parameter& p = form().parameters[i];
+        if (p.role == Parameter::step && p.side < 2) scene.arguments[i].number = 0;
+        if (p.role == Parameter::steps) std::fill_n(static_cast<int32_t*>(scene.arguments[i].pointer), 3, 0);
+    }
+    for (const Library& lib : libraries()) {
+        EXPECT_GE(call(lib, form(), scene.arguments), 0) << describe(lastCall());
+        EXPECT_EQ(scene.strayWrites(false), "") << describe(lastCall());
     }
 }
 

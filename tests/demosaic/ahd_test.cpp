@@ -191,28 +191,4 @@ TEST(Ahd, RegionIsCut) {
     });
 }
 
-TEST(Ahd, Statuses) {
-    Random random(2);
-    Plane<Mox8u> src(8, 8, 1, random), dst(8, 8, 3, random);
-    Scratch<Mox8u> scratch(8);
-    expectStatuses(MOX_EXPORT(moxiDemosaicAHD_8u_C1C3R),
-                   {src.data(),
-                    {0, 0, 8, 8},
-                    {8, 8},
-                    src.step(),
-                    dst.data(),
-                    dst.step(),
-                    moxBayerGridRGGB,
-                    scratch.plane.data(),
-                    scratch.plane.step()},
-                   {&dst},
-                   {
-                       {"null source, then the rest", {null(0), null(7), size(4, 4), value(6, 4)}, moxStatusNullPtr},
-                       {"null destination", {null(4)}, moxStatusNullPtr},
-                       {"four columns, then the grid", {null(7), size(4, 8), value(6, 4)}, moxStatusBadSize},
-                       {"four rows", {size(8, 4)}, moxStatusBadSize},
-                       {"grid", {null(7), value(6, 4)}, moxStatusBadArg},
-                   });
-}
-
 }  // namespace

@@ -116,19 +116,4 @@ TEST(Bilinear, RegionIsCutOnTheRightAndBelow) {
     });
 }
 
-TEST(Bilinear, Statuses) {
-    Random random(2);
-    Plane<Mox8u> src(8, 8, 1, random), dst(8, 8, 3, random);
-    expectStatuses(MOX_EXPORT(moxiCFAToRGB_8u_C1C3R),
-                   {src.data(), {0, 0, 8, 8}, {8, 8}, src.step(), dst.data(), dst.step(), moxBayerGridRGGB}, {&dst},
-                   {
-                       {"null source, then the rest", {null(0), size(1, 1), value(6, 4)}, moxStatusNullPtr},
-                       {"null destination", {null(4)}, moxStatusNullPtr},
-                       {"one column, then the grid", {size(1, 8), value(6, 4)}, moxStatusBadSize},
-                       {"one row", {size(8, 1)}, moxStatusBadSize},
-                       {"grid above", {value(6, 4)}, moxStatusBadArg},
-                       {"grid below", {value(6, -1)}, moxStatusBadArg},
-                   });
-}
-
 }  // namespace

@@ -206,34 +206,4 @@ TEST(Gray, StepsThatAreNoWholeSamples) {
     });
 }
 
-template <class T, class... Args>
-void expectGrayStatuses(int srcChannels, int dstChannels, Export<MoxStatus(Args...)> function,
-                        std::tuple_element_t<sizeof...(Args) - 1, std::tuple<Args...>> last) {
-    Random random(1);
-    const Plane<T> src(9, 3, srcChannels, Layout{}, random);
-    Plane<T> dst(9, 3, dstChannels, Layout{}, random);
-    expectStatuses(function, {src.data(), src.step(), dst.data(), dst.step(), MoxiSize{9, 3}, last}, {&dst},
-                   {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                    {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                    {"width", {size(0, 1)}, moxStatusBadSize},
-                    {"height", {size(1, -1)}, moxStatusBadSize},
-                    {"a step of 0", {value(1, 0), value(3, 0)}, moxStatusOk}});
-}
-
-TEST(Gray, Statuses) {
-    expectGrayStatuses<Mox8u>(3, 1, MOX_EXPORT(moxiColorToGray_8u_C3C1R), luma);
-    expectGrayStatuses<Mox8u>(4, 1, MOX_EXPORT(moxiColorToGray_8u_AC4C1R), luma);
-    expectGrayStatuses<Mox16u>(3, 1, MOX_EXPORT(moxiColorToGray_16u_C3C1R), luma);
-    expectGrayStatuses<Mox16u>(4, 1, MOX_EXPORT(moxiColorToGray_16u_AC4C1R), luma);
-    expectGrayStatuses<Mox16s>(3, 1, MOX_EXPORT(moxiColorToGray_16s_C3C1R), luma);
-    expectGrayStatuses<Mox16s>(4, 1, MOX_EXPORT(moxiColorToGray_16s_AC4C1R), luma);
-    expectGrayStatuses<Mox32f>(3, 1, MOX_EXPORT(moxiColorToGray_32f_C3C1R), luma);
-    expectGrayStatuses<Mox32f>(4, 1, MOX_EXPORT(moxiColorToGray_32f_AC4C1R), luma);
-    expectGrayStatuses<Mox64f>(3, 1, MOX_EXPORT(moxiColorToGray_64f_C3C1R), luma64f);
-    expectGrayStatuses<Mox64f>(4, 1, MOX_EXPORT(moxiColorToGray_64f_AC4C1R), luma64f);
-    expectGrayStatuses<Mox8u>(1, 4, MOX_EXPORT(moxiGrayToRGB_8u_C1C4R), 9);
-    expectGrayStatuses<Mox16u>(1, 4, MOX_EXPORT(moxiGrayToRGB_16u_C1C4R), 9);
-    expectGrayStatuses<Mox32f>(1, 4, MOX_EXPORT(moxiGrayToRGB_32f_C1C4R), 9);
-}
-
 }  // namespace

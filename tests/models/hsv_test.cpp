@@ -90,28 +90,4 @@ TEST(Hsv, AllColours) {
     expectAllPixels(MOX_EXPORT(moxiHSVToRGB_8u_C3R), hsvToRgb<Mox8u>);
 }
 
-TEST(Hsv, Checks) {
-    const StatusTable table = {
-        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-        {"width", {size(0, 1)}, moxStatusBadSize},
-        {"height", {size(1, -1)}, moxStatusBadSize},
-        {"any step", {value(1, 0), value(3, 0)}, moxStatusOk},
-    };
-    Random random(1);
-    const auto expect = [&]<class T>(Export<MoxStatus(const T*, int32_t, T*, int32_t, MoxiSize)> function,
-                                     int channels) {
-        const Plane<T> src(5, 2, channels, random), dst(5, 2, channels, random);
-        expectStatuses(function, {src.data(), src.step(), dst.data(), dst.step(), {5, 2}}, {&dst}, table);
-    };
-    expect(MOX_EXPORT(moxiRGBToHSV_8u_C3R), 3);
-    expect(MOX_EXPORT(moxiRGBToHSV_8u_AC4R), 4);
-    expect(MOX_EXPORT(moxiRGBToHSV_16u_C3R), 3);
-    expect(MOX_EXPORT(moxiRGBToHSV_16u_AC4R), 4);
-    expect(MOX_EXPORT(moxiHSVToRGB_8u_C3R), 3);
-    expect(MOX_EXPORT(moxiHSVToRGB_8u_AC4R), 4);
-    expect(MOX_EXPORT(moxiHSVToRGB_16u_C3R), 3);
-    expect(MOX_EXPORT(moxiHSVToRGB_16u_AC4R), 4);
-}
-
 }  // namespace

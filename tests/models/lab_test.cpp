@@ -309,43 +309,4 @@ TEST(Lab, ColoursComeBack) {
     });
 }
 
-// ---- arguments ----
-
-TEST(Lab, ArgumentsAreTestedInOrder) {
-    for (const auto& form : forms8u) expectArgumentTests(form);
-    expectArgumentTests(form8u16u);
-    expectArgumentTests(form16u8u);
-    for (const auto& form : forms32f) expectArgumentTests(form);
-}
-
-template <class T>
-void expectPlaneArgumentTests(std::initializer_list<PlaneFunction<T>> functions) {
-    StatusTable table = {
-        {"width", {size(0, 1)}, moxStatusBadSize},
-        {"height", {size(1, 0)}, moxStatusBadSize},
-    };
-    for (const int argument : {0, 1, 2, 3}) {
-        table.push_back({"null pointer before size", {null(argument), size(0, 0)}, moxStatusNullPtr});
-        for (int plane = 0; plane < 3 && argument % 2 == 0; ++plane)
-            table.push_back({"null plane before size", {nullPlane(argument, plane), size(0, 0)}, moxStatusNullPtr});
-    }
-    table.push_back({"no planes, no steps", {null(0), null(1), null(2), null(3)}, moxStatusNullPtr});
-    Random random(5);
-    const MoxiSize roi = {7, 2};
-    Planes<T> src(roi, random), dst = src;
-    const int32_t zeroSteps[3] = {};
-    for (const auto& function : functions) {
-        expectStatuses(function, {src.data, src.step, dst.data, dst.step, roi},
-                       {&dst.plane[0], &dst.plane[1], &dst.plane[2]}, table);
-        expectStatuses(function, {src.data, zeroSteps, dst.data, zeroSteps, roi}, {}, {});
-    }
-}
-
-TEST(Lab, PlaneArgumentsAreTestedInOrder) {
-    expectPlaneArgumentTests<Mox32f>({MOX_EXPORT(moxiRGBToLab_32f_P3R), MOX_EXPORT(moxiRGBToLab_32f_P3R_L),
-                                      MOX_EXPORT(moxiLabToRGB_32f_P3R), MOX_EXPORT(moxiLabToRGB_32f_P3R_L)});
-    expectPlaneArgumentTests<Mox64f>({MOX_EXPORT(moxiRGBToLab_64f_P3R), MOX_EXPORT(moxiRGBToLab_64f_P3R_L),
-                                      MOX_EXPORT(moxiLabToRGB_64f_P3R), MOX_EXPORT(moxiLabToRGB_64f_P3R_L)});
-}
-
 }  // namespace

@@ -343,12 +343,4 @@ TEST(Luv, StepsAreBytesOrWholeSamples) {
     expectSteps(formsBack32f, false);
 }
 
-TEST(Luv, ArgumentsAreTestedInOrder) {
-    for (const auto& form : forms8u) expectArgumentTests(form);
-    for (const auto& form : forms16u) expectArgumentTests(form);
-    for (const auto& form : forms16s) expectArgumentTests(form);
-    for (const auto& form : forms32f) expectArgumentTests(form);
-    for (const auto& form : formsBack32f) expectArgumentTests(form);
-}
-
 }  // namespace

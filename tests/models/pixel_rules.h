@@ -74,22 +74,6 @@ void expectAllColours(const Form<Mox8u, D>& form) {
     });
 }
 
-template <class S, class D>
-void expectArgumentTests(const Form<S, D>& form) {
-    static const StatusTable pointersThenSize = {
-        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-        {"width", {size(0, 1)}, moxStatusBadSize},
-        {"height", {size(1, -1)}, moxStatusBadSize},
-        {"any step", {value(1, 0), value(3, 0)}, moxStatusOk},
-    };
-    Random random(5);
-    const MoxiSize roi = {7, 2};
-    const Plane<S> src(roi.width, roi.height, form.channels, random);
-    Plane<D> dst(roi.width, roi.height, form.channels, random);
-    expectStatuses(form.function, {src.data(), src.step(), dst.data(), dst.step(), roi}, {&dst}, pointersThenSize);
-}
-
 // ---- fills ----
 
 /// Integers: black and samples near it as often as others, and pixels without colour.

@@ -27,7 +27,6 @@
 // plane.h      Plane<T>: pixels before or after a guard page, with margins, any alignment, steps of both signs; same().
 // random.h     Random: seeded integers, floats, special floats.
 // float_env.h  Rounding modes, flush-to-zero and the x87 control word for the length of a scope or a call.
-// status.h     expectStatuses(): the order of an export's argument tests, from a table that many exports share.
 // sizes.h      forEachSize(): the sizes around every block limit.
 //
 // Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY (SSE4.2 or AVX2)
@@ -42,6 +41,5 @@
 #include "support/plane.h"
 #include "support/random.h"
 #include "support/sizes.h"
-#include "support/status.h"
 
 #endif

@@ -109,43 +109,6 @@ void expectForms(const Forms<T, Extra...>& forms, MoxiSize roi, Random& random, 
     });
 }
 
-/// Pointers, size, steps, in this order; before them what is wrong with the extra arguments, which follow the size.
-template <class T, class... Extra>
-void expectGammaStatuses(const Forms<T, Extra...>& forms, const std::function<StatusTable(int)>& extraRows,
-                         std::type_identity_t<Extra>... extra) {
-    Random random(1);
-    const MoxiSize roi = {5, 2};
-    const Plane<T> src(5, 2, 4, Layout{}, random);
-    Plane<T> dst(5, 2, 4, Layout{}, random);
-    StatusTable twoImages = {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                             {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                             {"width before steps", {size(0, 1), value(1, 0)}, moxStatusBadSize},
-                             {"height before steps", {size(1, -1), value(3, 0)}, moxStatusBadSize},
-                             {"a source step of 0", {value(1, 0)}, moxStatusBadStep},
-                             {"a negative destination step", {value(3, -64)}, moxStatusBadStep}};
-    StatusTable oneImage = {{"pointer before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                            {"width before step", {size(0, 1), value(1, 0)}, moxStatusBadSize},
-                            {"height before step", {size(1, -1), value(1, 0)}, moxStatusBadSize},
-                            {"a step of 0", {value(1, 0)}, moxStatusBadStep}};
-    for (const StatusRow& row : extraRows(5)) twoImages.push_back(row);
-    for (const StatusRow& row : extraRows(3)) oneImage.push_back(row);
-    for (const auto& form : {forms.c3, forms.ac4})
-        expectStatuses(form, {src.data(), src.step(), dst.data(), dst.step(), roi, extra...}, {&dst}, twoImages);
-    for (const auto& form : {forms.c3i, forms.ac4i})
-        expectStatuses(form, {dst.data(), dst.step(), roi, extra...}, {&dst}, oneImage);
-
-    const T* from[] = {src.data(), src.data(), src.data()};
-    T* to[] = {dst.data(), dst.data(), dst.data()};
-    StatusTable planar = twoImages, inPlanes = oneImage;
-    for (int i = 0; i < 3; ++i) {
-        planar.push_back({"a source plane before size", {nullPlane(0, i), size(0, 0)}, moxStatusNullPtr});
-        planar.push_back({"a destination plane before size", {nullPlane(2, i), size(0, 0)}, moxStatusNullPtr});
-        inPlanes.push_back({"a plane before size", {nullPlane(0, i), size(0, 0)}, moxStatusNullPtr});
-    }
-    expectStatuses(forms.p3, {from, src.step(), to, dst.step(), roi, extra...}, {&dst}, planar);
-    expectStatuses(forms.p3i, {to, dst.step(), roi, extra...}, {&dst}, inPlanes);
-}
-
 // ---- tables ---------------------------------------------------------------------------------------------------------
 
 long double forward(double x) { return x < 0.018 ? 4.5L * x : 1.099 * powl(x, 0.45) - 0.099; }
@@ -227,12 +190,6 @@ TEST(Gamma, TellingEntries) {
         EXPECT_EQ(corrected[65535], 65535);
         EXPECT_EQ(linear[65535], 65535);
     });
-}
-
-TEST(Gamma, TableStatuses) {
-    const auto none = [](int) { return StatusTable{}; };
-    for (const auto& forms : forms8u) expectGammaStatuses(forms, none);
-    for (const auto& forms : forms16u) expectGammaStatuses(forms, none);
 }
 
 // ---- floats ---------------------------------------------------------------------------------------------------------
@@ -329,21 +286,6 @@ TEST(Gamma, FloatsBetweenZeroAndOne) {
             EXPECT_EQ(x[2], 1);
         }
     });
-}
-
-TEST(Gamma, RangeIsTestedFirst) {
-    for (const auto& forms : floatForms)
-        expectGammaStatuses(
-            forms,
-            [](int vMin) {
-                return StatusTable{{"an empty range", {value(vMin, 1), null(0), size(0, 0)}, moxStatusBadRange},
-                                   {"a range upside down", {value(vMin, 2)}, moxStatusBadRange},
-                                   {"limits that differ by less than a float tells",
-                                    {value(vMin, 1), value(vMin + 1, 1 + 1e-9)},
-                                    moxStatusBadRange},
-                                   {"no number", {value(vMin + 1, NAN)}, moxStatusOk}};
-            },
-            0, 1);
 }
 
 }  // namespace

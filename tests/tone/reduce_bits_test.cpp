@@ -409,7 +409,7 @@ TEST(ReduceBits, GeneratorBegins) {
     for (const int want : {1, 133, 217, 413, 361, 759, 844, 242}) EXPECT_EQ(std::nearbyint(offsets.next()), want);
 }
 
-// ---- buffer size and statuses ---------------------------------------------------------------------------------------
+// ---- buffer size ----------------------------------------------------------------------------------------------------
 
 TEST(ReduceBits, BufferSizes) {
     forEachLibrary([](const Library& lib) {
@@ -429,48 +429,6 @@ TEST(ReduceBits, BufferSizes) {
         EXPECT_EQ(size, 7568);
         query(1, {100, 1}, 1, moxDitherBayer, &size);
         EXPECT_EQ(size, 6320);
-    });
-    int32_t bytes = 0;
-    expectStatuses(MOX_EXPORT(moxiReduceBitsGetBufferSize), {1, MoxiSize{9, 3}, 10, moxDitherFs, &bytes}, {},
-                   {{"result before width", {null(4), size(0, 1)}, moxStatusNullPtr},
-                    {"width before data type", {size(0, 1), value(0, 2)}, moxStatusBadSize},
-                    {"data type before noise", {value(0, 2), value(2, 101)}, moxStatusBadDataType},
-                    {"data type without need", {value(0, 2), value(3, 0)}, moxStatusBadDataType},
-                    {"noise before dither", {value(2, 101), value(3, 5)}, moxStatusBadNoise},
-                    {"noise without need", {value(2, -1), value(3, 0)}, moxStatusBadNoise},
-                    {"dither above", {value(3, 5)}, moxStatusBadDitherType},
-                    {"dither below", {value(3, -1)}, moxStatusBadDitherType},
-                    {"height does not count", {size(9, 0)}, moxStatusOk}});
-}
-
-TEST(ReduceBits, Statuses) {
-    forEachForm([](const auto& form) {
-        using S = typename std::decay_t<decltype(form)>::Source;
-        using D = typename std::decay_t<decltype(form)>::Result;
-        Random random(1);
-        const Plane<S> src(9, 3, form.channels, Layout{}, random);
-        Plane<D> dst(9, 3, form.channels, Layout{}, random);
-        Mox8u buffer[8000];
-        const int most = form.mostLevels;
-        expectStatuses(form.function,
-                       {src.data(), src.step(), dst.data(), dst.step(), MoxiSize{9, 3}, 10, moxDitherFs, 5, buffer},
-                       {&dst},
-                       {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                        {"width before noise", {size(0, 1), value(5, 101)}, moxStatusBadSize},
-                        {"height before buffer", {size(1, -1), null(8)}, moxStatusBadSize},
-                        {"noise before levels", {value(5, 101), value(7, 1)}, moxStatusBadNoise},
-                        {"noise below", {value(5, -1)}, moxStatusBadNoise},
-                        {"levels before dither", {value(7, 1), value(6, 5)}, moxStatusBadLevels},
-                        {"levels above", {value(7, most + 1)}, moxStatusBadLevels},
-                        {"most levels", {value(7, most)}, moxStatusOk},
-                        {"dither before buffer", {value(6, 5), null(8)}, moxStatusBadDitherType},
-                        {"dither below", {value(6, -1)}, moxStatusBadDitherType},
-                        {"diffusion needs a buffer", {value(5, 0), null(8)}, moxStatusNullPtr},
-                        {"noise needs a buffer", {value(6, 4), null(8)}, moxStatusNullPtr},
-                        {"ordered dither needs none", {value(6, 4), value(5, 0), null(8)}, moxStatusOk},
-                        {"plain rounding needs none", {value(6, 0), null(8)}, moxStatusOk},
-                        {"steps of 0", {value(1, 0), value(3, 0)}, moxStatusOk}});
     });
 }
 
@@ -530,26 +488,6 @@ TEST(ReduceBits1u, MatchesPlainCode) {
                 }
         },
         1, 80, 9);
-}
-
-TEST(ReduceBits1u, Statuses) {
-    Random random(1);
-    const Plane<Mox8u> src(9, 3, 1, Layout{}, random);
-    Plane<Mox8u> dst(2, 3, 1, Layout{}, random);
-    Mox8u buffer[300];
-    expectStatuses(MOX_EXPORT(moxiReduceBits_8u1u_C1R),
-                   {src.data(), src.step(), dst.data(), dst.step(), 3, MoxiSize{9, 3}, 0, 0, moxDitherSt, 100, buffer},
-                   {&dst},
-                   {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                    {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                    {"width", {size(0, 1)}, moxStatusBadSize},
-                    {"height", {size(1, 0)}, moxStatusBadSize},
-                    {"offset before dither", {value(4, -1), value(8, 1)}, moxStatusBadSize},
-                    {"dither 1 before buffer", {value(8, 1), null(10)}, moxStatusBadDitherType},
-                    {"dither 2", {value(8, 2)}, moxStatusBadDitherType},
-                    {"dither 4", {value(8, 4)}, moxStatusBadDitherType},
-                    {"buffer", {null(10)}, moxStatusNullPtr},
-                    {"no buffer without dither", {value(8, 0), null(10)}, moxStatusOk}});
 }
 
 }  // namespace

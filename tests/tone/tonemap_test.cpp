@@ -182,17 +182,4 @@ TEST(ToneMap, SourceRowsStartOnWholeSamples) {
     });
 }
 
-TEST(ToneMap, Statuses) {
-    Random random(1);
-    const Plane<Mox32f> src(9, 3, 1, Layout{}, random);
-    Plane<Mox8u> dst(9, 3, 1, Layout{}, random);
-    for (const Form& form : forms)
-        expectStatuses(form.function, {src.data(), src.step(), dst.data(), dst.step(), MoxiSize{9, 3}}, {&dst},
-                       {{"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-                        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-                        {"width", {size(0, 1)}, moxStatusBadSize},
-                        {"height", {size(1, -1)}, moxStatusBadSize},
-                        {"a step of 0", {value(1, 0), value(3, 0)}, moxStatusOk}});
-}
-
 }  // namespace

@@ -138,29 +138,4 @@ TEST(ColorTwist, Float) {
     expectTwist<Mox32f>(4, false, 4, MOX_EXPORT(moxiColorTwist_32f_C4R), MOX_EXPORT(moxiColorTwist_32f_C3IR), false);
 }
 
-TEST(ColorTwist, Statuses) {
-    Random random(1);
-    const Picture<Mox16u> src({9, 3}, 1, true, random);
-    Picture<Mox16u> dst({9, 3}, 1, true, random);
-    const auto from = src.pointers();
-    auto to = dst.pointers();
-    const Mox16u* sources[] = {from[0], from[1], from[2]};
-    const Mox32f* matrix = matrices[0].data();
-    expectStatuses(MOX_EXPORT(moxiColorTwist32f_16u_P3R),
-                   {sources, src.step(), to.data(), dst.step(), MoxiSize{9, 3}, matrix},
-                   {&dst.planes[0], &dst.planes[1], &dst.planes[2]},
-                   {{"source", {null(0), size(0, 0)}, moxStatusNullPtr},
-                    {"a source plane before the size", {nullPlane(0, 2), size(0, 0)}, moxStatusNullPtr},
-                    {"a destination plane before the size", {nullPlane(2, 1), size(0, 0)}, moxStatusNullPtr},
-                    {"matrix before the size", {null(5), size(0, 0)}, moxStatusNullPtr},
-                    {"size before steps", {size(0, 1), value(1, 0)}, moxStatusBadSize},
-                    {"source step", {value(1, 0)}, moxStatusBadStep},
-                    {"destination step", {value(3, -4)}, moxStatusBadStep}});
-    expectStatuses(MOX_EXPORT(moxiColorTwist32f_16u_C3IR), {to[0], 54, MoxiSize{3, 1}, matrix}, {&dst.planes[0]},
-                   {{"picture", {null(0), size(0, 0)}, moxStatusNullPtr},
-                    {"matrix before the size", {null(3), size(0, 0)}, moxStatusNullPtr},
-                    {"size before step", {size(1, 0), value(1, 0)}, moxStatusBadSize},
-                    {"step", {value(1, 0)}, moxStatusBadStep}});
-}
-
 }  // namespace

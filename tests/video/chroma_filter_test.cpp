@@ -53,7 +53,6 @@ TEST(ChromaFilter, InterpolatesRowsWithFourTaps) {
                 });
             },
             2, 140, 26);
-        expectStatuses(form.function, form.src, P3, {2, 8}, {{1, 8}, {2, 7}, {-2, 8}});
     }
 }
 
@@ -261,33 +260,13 @@ TEST(ChromaFilter, SoftensSlicesIntoPlanes) {
     EXPECT_GT(oneConditionShort, 50);
 }
 
-TEST(ChromaFilter, SlicesTestPointersSizeAndThenTheMode) {
+TEST(ChromaFilter, SlicesOfUnknownModesDoNothing) {
     Random random(1);
     const Plane<Mox8u> y(4, 4, 1, random), c(4, 2, 1, random), packed(8, 4, 1, random), dstY(4, 4, 1, random),
         cb(2, 2, 1, random), cr(2, 2, 1, random);
     Mox8u* planes[3] = {dstY.data(), cb.data(), cr.data()};
     const int32_t steps[3] = {dstY.step(), cb.step(), cr.step()};
-    const StatusTable both = {
-        {"luma before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-        {"chroma", {null(2), size(0, 0)}, moxStatusNullPtr},
-        {"destination", {null(4), size(0, 0)}, moxStatusNullPtr},
-        {"width below 2", {size(1, 4)}, moxStatusBadSize},
-        {"height below 2", {size(4, 1)}, moxStatusBadSize},
-        {"size before the mode", {size(1, 4), value(7, 0)}, moxStatusBadSize},
-    };
-    const StatusTable planar = {
-        {"size below 1 before a plane", {size(0, 4), nullPlane(4, 2)}, moxStatusBadSize},
-        {"a plane before size below 2", {size(1, 4), nullPlane(4, 2)}, moxStatusNullPtr},
-    };
     const MoxiSize roi = {4, 4};
-    expectStatuses(MOX_EXPORT(moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R),
-                   {y.data(), y.step(), c.data(), c.step(), packed.data(), packed.step(), roi, moxSliceAll}, {&packed},
-                   both);
-    for (const StatusTable& table : {both, planar}) {
-        expectStatuses(MOX_EXPORT(moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R),
-                       {y.data(), y.step(), c.data(), c.step(), planes, steps, roi, moxSliceAll}, {&dstY, &cb, &cr},
-                       table);
-    }
     forEachLibrary([&](const Library& lib) {
         const Plane<Mox8u> before = packed, beforeY = dstY;
         for (const int mode : {0, 2, 3, 5, 17, 20, 64, -22}) {
@@ -304,62 +283,5 @@ TEST(ChromaFilter, SlicesTestPointersSizeAndThenTheMode) {
 }
 
 // ---- to BGR ---------------------------------------------------------------------------------------------------------
-
-TEST(ChromaFilter, InterpolatesColumnsOnTheWayToBgr) {
-    forEachSize([&](MoxiSize size, Random& random) {
-        const MoxiSize cut = {size.width & ~1, size.height & ~1};
-        const Picture src(P3, s420, cut, random);
-        const Plane<Mox8u> before(cut.width, cut.height, 4, random);
-        Plane<Mox8u> want = before;
-        const Mox8u aval = random.sample<Mox8u>();
-        const int P = cut.width / 2, n = (P - 1) & ~7;
-        for (int row = 0; row < cut.height; ++row) {
-            for (int x = 0; x < cut.width; ++x) {
-                const auto c = [&](int plane) {
-                    const int own = src.plane(plane).get(x / 2, row / 2);
-                    return x % 2 == 0 || x / 2 == P - 1 ? own : up(own, src.plane(plane).get(x / 2 + 1, row / 2));
-                };
-                const int y = src.plane(0).get(x, row) - 16, v = c(1) - 128, u = c(2) - 128;
-                int b, g, r;
-                if (x / 2 >= n) {
-                    r = (4769 * y + 6537 * v) >> 12;
-                    g = (4769 * y - 3330 * v - 1605 * u) >> 12;
-                    b = (4769 * y + 8263 * u) >> 12;
-                } else {
-                    const auto term = [](int value, int k) { return (128 * value * k) >> 16; };
-                    r = (term(y, 4769) + term(v, 6537)) >> 3;
-                    g = (term(y, 4769) - (term(u, 1605) + term(v, 3330))) >> 3;
-                    b = (term(y, 4769) + term(u, 8263)) >> 3;
-                }
-                const int pixel[] = {b, g, r, aval};
-                for (int k = 0; k < 4; ++k) want.set(x, row, k, static_cast<Mox8u>(clamp255(pixel[k])));
-            }
-        }
-        for (int i = 0; i < 3; ++i) src.plane(i).protect();
-        const bool whole = size.width == cut.width && size.height == cut.height;
-        forEachLibrary([&](const Library& lib) {
-            Plane<Mox8u> got = before;
-            const Side s(src);
-            ASSERT_EQ(
-                MOX_CALL(lib, moxiYCrCb420ToBGR_Filter_8u_P3C4R)(s.planes, s.steps, got.data(), got.step(), size, aval),
-                whole ? moxStatusOk : moxStatusOddSize);
-            ASSERT_TRUE(same(got, want));
-        });
-    });
-
-    Random random(1);
-    const Picture src(P3, s420, {2, 2}, random);
-    const Plane<Mox8u> dst(2, 2, 4, random);
-    Side s(src);
-    const StatusTable table = {
-        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-        {"destination before size", {null(2), size(0, 0)}, moxStatusNullPtr},
-        {"size before a plane", {nullPlane(0, 1), size(0, 2)}, moxStatusBadSize},
-        {"height", {size(2, 0)}, moxStatusBadSize},
-        {"plane", {nullPlane(0, 2), size(1, 1)}, moxStatusNullPtr},
-    };
-    expectStatuses(MOX_EXPORT(moxiYCrCb420ToBGR_Filter_8u_P3C4R),
-                   {s.planes, s.steps, dst.data(), dst.step(), MoxiSize{2, 2}, 7}, {&dst}, table);
-}
 
 }  // namespace

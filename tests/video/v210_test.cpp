@@ -94,21 +94,4 @@ TEST(V210, MatchesItsRule) {
     }
 }
 
-TEST(V210, TestsPointersThenSizeAndSteps) {
-    Random random(1);
-    const Plane<Mox32u> src(4, 2, 1, topDown(random, 4), random);
-    const Plane<Mox16u> dst(6, 2, 1, topDown(random, 2), random);
-    const StatusTable table = {
-        {"source before size", {null(0), size(0, 0)}, moxStatusNullPtr},
-        {"destination before steps", {null(2), value(1, 0), value(3, 0)}, moxStatusNullPtr},
-        {"width", {size(0, 2)}, moxStatusBadSize},
-        {"height", {size(6, -1)}, moxStatusBadSize},
-        {"source step", {value(1, 0)}, moxStatusBadSize},
-        {"destination step", {value(3, -6)}, moxStatusBadSize},
-    };
-    for (const Form& form : forms)
-        expectStatuses(form.function, {src.data(), src.step() / 4, dst.data(), dst.step() / 2, MoxiSize{6, 2}}, {&dst},
-                       table);
-}
-
 }  // namespace
