@@ -42,7 +42,14 @@ inline constexpr int spareBytes = [] {
 /// Rows of one block outside the picture, to work on columns that do not fill a block.
 template <class Layout, int N>
 struct Staging {
-    alignas(vectorBytes) uint8_t bytes[Layout::planes][size_t(Layout::bytes(0, N))] = {};
+    static constexpr ptrdiff_t rowBytes = (Layout::bytes(0, N) + vectorBytes - 1) & -vectorBytes;
+    alignas(vectorBytes) uint8_t bytes[Layout::planes][rowBytes];
+
+    /// Columns that are not filled are computed with, too.
+    MOX_INLINE void clear() {
+        for (uint8_t(&row)[rowBytes] : bytes)
+            for (ptrdiff_t i = 0; i < rowBytes; i += vectorBytes) store(row + i, zero<U8>());
+    }
 
     DstRows<Layout::planes> rows() {
         DstRows<Layout::planes> r;
@@ -78,9 +85,11 @@ MOX_INLINE auto applyAt(const Rule& rule, const In& block, ptrdiff_t x) {
 /// picture. A function of its own, so that its code stands once for the rows' own columns and for staged ones, and the
 /// rule's constants are in registers.
 template <class Src, class Dst, class Rule>
-[[gnu::noinline]] void blocks(SrcRows<Src::planes> src, DstRows<Dst::planes> dst, ptrdiff_t x, ptrdiff_t end,
-                              ptrdiff_t origin, Rule rule) {
+[[gnu::noinline]] void blocks(const SrcRows<Src::planes>& srcRows, const DstRows<Dst::planes>& dstRows, ptrdiff_t x,
+                              ptrdiff_t end, ptrdiff_t origin, Rule rule) {
     constexpr int N = blockPixels<Src, Dst>;
+    const auto src = srcRows;
+    const auto dst = dstRows;
     for (; x < end; x += N)
         Dst::template store<N>(dst, x, applyAt<typename Dst::Sample>(rule, Src::template load<N>(src, x), origin + x));
 }
@@ -102,6 +111,7 @@ MOX_INLINE void span(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>
     if (whole < end) {  // the last columns, by the same code on a copy, so that nothing beyond the row is touched
         Staging<Src, N> in;
         Staging<Dst, N> out;
+        in.clear();
         in.fill(src, whole, end - whole);
         if constexpr (Dst::keepsOld) out.fill(dst, whole, end - whole);
         blocks<Src, Dst>(in.rows(), out.rows(), 0, N, whole, rule);
@@ -185,9 +195,41 @@ MOX_INLINE ptrdiff_t wholeSamples(int32_t step) {
     return step & -ptrdiff_t(sizeof(T));
 }
 
-/// Runs a row kernel over all rows of two pictures: images, or anything else that has a row(y).
+/// Whether a kernel does the same to many short rows as to one long row of their columns.
+template <class Kernel>
+inline constexpr bool joinsRows = false;
+template <class Src, class Dst, class Rule>
+inline constexpr bool joinsRows<AllColumns<Src, Dst, Rule>> = true;
+
+/// The columns of which a layout has whole numbers only, where others follow.
+template <class Layout>
+inline constexpr int groupColumns = [] {
+    if constexpr (requires { Layout::groupColumns; })
+        return Layout::groupColumns;
+    else
+        return 1;
+}();
+
+/// Whether the rows of a picture follow one another without gaps.
+template <class Layout, class Byte, int n>
+MOX_INLINE bool withoutGaps(const Image<Byte, n>& image, MoxiSize size) {
+    bool result = size.width % groupColumns<Layout> == 0;
+    for (int i = 0; i < n; ++i) result &= image.step[i] == Layout::bytes(i, size.width);
+    return result;
+}
+template <class Layout, class Rows>
+MOX_INLINE bool withoutGaps(const Rows&, MoxiSize) {
+    return false;
+}
+
+/// Runs a row kernel over all rows of two pictures: images, or anything else that has a row(y). A rule that asks for the
+/// column is not for this function.
 template <class Kernel, class Src, class Dst>
 inline void eachRow(const Kernel& kernel, const Src& src, const Dst& dst, MoxiSize size) {
+    if constexpr (joinsRows<Kernel>)
+        if (size.height > 1 && withoutGaps<typename Kernel::Src>(src, size) &&
+            withoutGaps<typename Kernel::Dst>(dst, size))
+            return kernel.row(src.row(0), dst.row(0), ptrdiff_t(size.width) * size.height);
     for (ptrdiff_t y = 0; y < size.height; ++y) kernel.row(src.row(y), dst.row(y), size.width);
 }
 

@@ -130,6 +130,7 @@ template <int lumaRows, class Chroma>
 struct LumaPlane {
     using Sample = uint8_t;
     static constexpr int planes = lumaRows + Chroma::planes;
+    static constexpr int groupColumns = Chroma::cellWidth;
     static constexpr bool keepsOld = false;
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < lumaRows ? n : Chroma::bytes(n); }
     using BlockType = YccBlock<lumaRows, Chroma::cellWidth>;
@@ -171,6 +172,7 @@ struct Packed422 {
     using Sample = uint8_t;
     static constexpr int planes = 1;
     static constexpr bool keepsOld = false;
+    static constexpr int groupColumns = 2;
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return 2 * n; }
     using BlockType = YccBlock<1, 2>;
 
@@ -314,6 +316,7 @@ struct TwoRows {
     static constexpr int channels = Layout::channels;
     static constexpr bool keepsOld = Layout::keepsOld;
     static constexpr int spareBytes = q4::spareBytes<Layout>;
+    static constexpr int groupColumns = q4::groupColumns<Layout>;
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane % Layout::planes, n); }
 
     template <class Byte>

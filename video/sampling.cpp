@@ -140,6 +140,8 @@ template <class From, class To, class Src, class Dst>
 void convertRows(const Src& src, const Dst& dst, MoxiSize size) {
     using SrcLayout = typename RowsOfSide<Src, From>::Layout;
     const AllColumns<SrcLayout, typename RowsOfSide<Dst, To>::Layout, Recode<From, To>> withChroma;
+    if constexpr (From::cellHeight == 1 && To::cellHeight == 1)
+        return eachRow(withChroma, src.rows(), dst.rows(), size);
     const AllColumns<SrcLayout, C1<Mox8u>, LumaOnly> lumaOnly;
     for (ptrdiff_t y = 0; y < size.height; ++y) {
         const auto from = src.template row<From::cellHeight>(y);

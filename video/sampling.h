@@ -64,9 +64,10 @@ struct PackedSide {
     int32_t step;
 
     auto notNull() const { return q4::notNull(pixels); }
+    auto rows() const { return image(pixels, step); }
     template <int cellHeight>
     auto row(ptrdiff_t y) const {
-        return image(pixels, step).row(y);
+        return rows().row(y);
     }
 };
 template <class Layout, class Byte>
@@ -88,6 +89,7 @@ struct SemiPlanarSide {
     auto notNull() const { return q4::notNull(y, pairs); }
     auto luma() const { return image(y, yStep); }
     auto chroma() const { return image(pairs, pairsStep); }
+    auto rows() const { return join(luma(), chroma()); }
     template <int cellHeight>
     auto row(ptrdiff_t at) const {
         return join(luma().row(at), chroma().row(at / cellHeight));
@@ -114,6 +116,7 @@ struct PlanarSide {
     auto luma() const { return image(planes[0], steps[0]); }
     auto chroma() const { return join(plane(firstChroma), plane(3 - firstChroma)); }
     auto plane(int i) const { return image(planes[i], steps[i]); }
+    auto rows() const { return join(luma(), chroma()); }
     template <int cellHeight>
     auto row(ptrdiff_t at) const {
         return join(luma().row(at), chroma().row(at / cellHeight));

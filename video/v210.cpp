@@ -17,29 +17,29 @@ struct V210 {
     static constexpr int planes = 1;
     static constexpr int channels = C;
     static constexpr bool keepsOld = false;
-    static constexpr int groupPixels = 6;
-    static constexpr int blockPixels = lanes * 4 * groupPixels;
+    static constexpr int groupColumns = 6;
+    static constexpr int blockPixels = lanes * 4 * groupColumns;
 
     /// A group cut off after p pixels ends with the last word that these need.
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) {
-        constexpr int words[2][groupPixels] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
-        return n / groupPixels * 16 + words[C == 3][n % groupPixels] * 4;
+        constexpr int words[2][groupColumns] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
+        return n / groupColumns * 16 + words[C == 3][n % groupColumns] * 4;
     }
 
     /// Where a pixel's samples stand in its group.
     struct Place {
         int word, third;  // which 10 bits of the word
     };
-    static constexpr Place places[3][groupPixels] = {{{0, 1}, {1, 0}, {1, 2}, {2, 1}, {3, 0}, {3, 2}},
-                                                     {{0, 0}, {0, 0}, {1, 1}, {1, 1}, {2, 2}, {2, 2}},
-                                                     {{0, 2}, {0, 2}, {2, 0}, {2, 0}, {3, 1}, {3, 1}}};
+    static constexpr Place places[3][groupColumns] = {{{0, 1}, {1, 0}, {1, 2}, {2, 1}, {3, 0}, {3, 2}},
+                                                      {{0, 0}, {0, 0}, {1, 1}, {1, 1}, {2, 2}, {2, 2}},
+                                                      {{0, 2}, {0, 2}, {2, 0}, {2, 0}, {3, 1}, {3, 1}}};
 
     /// The samples of a channel that stand in the words' middle thirds, or in their outer ones, in pixel order.
     template <int c, bool middle>
     MOX_INLINE static U16 inOrder(U16 thirds) {
         return shuffle(thirds, elementOrder<2>([](int e) {
                            constexpr int none = 64;  // a shuffle order with its top bit set
-                           if (e >= groupPixels || (places[c][e].third == 1) != middle) return none;
+                           if (e >= groupColumns || (places[c][e].third == 1) != middle) return none;
                            return places[c][e].word * 2 + places[c][e].third / 2;
                        }));
     }
