@@ -37,7 +37,7 @@ enum class Store { nearestSaturated, nearestLowBits, truncated };
 
 template <class T>
 T stored(float x, Store store) {
-    int value = store == Store::truncated ? truncate(x) : nearest(x);
+    int value = store == Store::truncated ? truncated(x) : nearest(x);
     if (store == Store::nearestSaturated) value = std::clamp(value, 0, static_cast<int>(top<T>));
     return static_cast<T>(value - bias<T>);
 }
@@ -172,7 +172,7 @@ Pixel<float> hlsToRgb32f(const Pixel<float>& p, int x, int width) {
 /// Bodies of `group` columns, then tails.
 template <class T, class How>
 PixelRule<T> split(Pixel<T> (*rule)(const Pixel<T>&, const How&), int group, How body, How tail) {
-    return [=](const Pixel<T>& p, int x, int width) { return rule(p, x < width / group * group ? body : tail); };
+    return inGroups(group, [=](const Pixel<T>& p, bool inBody) { return rule(p, inBody ? body : tail); });
 }
 
 template <class T>
@@ -193,76 +193,62 @@ Pixel<Mox8u> inverse8u(const Pixel<Mox8u>& p, int x, int width, bool disjoint) {
     return hlsToRgb<Mox8u>(p, {grouped ? Recipe::reciprocals : Recipe::divisions, Store::truncated, true});
 }
 
-template <class T>
-Pixel<T> reversed(const Pixel<T>& p) {
-    return {p[2], p[1], p[0]};
-}
-
-PixelRule<Mox8u> bgrToHls() {
-    const auto rule =
-        split(rgbToHls<Mox8u>, 4, Forward{rcp, Store::truncated, false}, Forward{rcp2, Store::truncated, false});
-    return [=](const Pixel<Mox8u>& p, int x, int width) { return rule(reversed(p), x, width); };
-}
-
-PixelRule<Mox8u> hlsToBgr() {
-    const auto rule = split(hlsToRgb<Mox8u>, 4, Inverse{Recipe::scaleThenProduct, Store::truncated, false},
-                            Inverse{Recipe::scaleThenProduct, Store::truncated, true});
-    return [=](const Pixel<Mox8u>& p, int x, int width) { return reversed(rule(p, x, width)); };
-}
-
 const PixelRule<Mox8u> forward8u =
     split(rgbToHls<Mox8u>, 8, Forward{rcp, Store::nearestSaturated, true}, Forward{rcp2, Store::truncated, false});
+const PixelRule<Mox8u> bgrToHls =
+    fromBgr(split(rgbToHls<Mox8u>, 4, Forward{rcp, Store::truncated, false}, Forward{rcp2, Store::truncated, false}));
+const PixelRule<Mox8u> hlsToBgr =
+    toBgr(split(hlsToRgb<Mox8u>, 4, Inverse{Recipe::scaleThenProduct, Store::truncated, false},
+                Inverse{Recipe::scaleThenProduct, Store::truncated, true}));
 
 // ---- tests
 
 TEST(Hls, FromRGB) {
-    expectPixels<Mox8u>(MOX_EXPORT(moxiRGBToHLS_8u_C3R), {3}, forward8u);
-    expectPixels<Mox8u>(MOX_EXPORT(moxiRGBToHLS_8u_AC4R), {4},
-                        split(rgbToHls<Mox8u>, 4, Forward{rcp, Store::nearestSaturated, true},
-                              Forward{rcp2, Store::nearestLowBits, false}));
-    expectPixels<Mox16u>(MOX_EXPORT(moxiRGBToHLS_16u_C3R), {3}, forward16<Mox16u>());
-    expectPixels<Mox16u>(MOX_EXPORT(moxiRGBToHLS_16u_AC4R), {4}, forward16<Mox16u>());
-    expectPixels<Mox16s>(MOX_EXPORT(moxiRGBToHLS_16s_C3R), {3}, forward16<Mox16s>());
-    expectPixels<Mox16s>(MOX_EXPORT(moxiRGBToHLS_16s_AC4R), {4}, forward16<Mox16s>());
-    expectPixels<Mox32f>(MOX_EXPORT(moxiRGBToHLS_32f_C3R), {3}, rgbToHls32f);
-    expectPixels<Mox32f>(MOX_EXPORT(moxiRGBToHLS_32f_AC4R), {4}, rgbToHls32f);
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_8u_C3R), forward8u, {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_8u_AC4R),
+                 split(rgbToHls<Mox8u>, 4, Forward{rcp, Store::nearestSaturated, true},
+                       Forward{rcp2, Store::nearestLowBits, false}),
+                 {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_16u_C3R), forward16<Mox16u>(), {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_16u_AC4R), forward16<Mox16u>(), {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_16s_C3R), forward16<Mox16s>(), {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_16s_AC4R), forward16<Mox16s>(), {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_32f_C3R), rgbToHls32f, {hues});
+    expectPixels(MOX_EXPORT(moxiRGBToHLS_32f_AC4R), rgbToHls32f, {hues});
 }
 
 TEST(Hls, ToRGB) {
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToRGB_8u_C3R), {3},
-                        [](auto& p, int x, int width) { return inverse8u(p, x, width, true); });
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToRGB_8u_AC4R), {4},
-                        split(hlsToRgb<Mox8u>, 4, Inverse{Recipe::productThenScale, Store::nearestSaturated, false},
-                              Inverse{Recipe::divisions, Store::truncated, true}));
-    expectPixels<Mox16u>(MOX_EXPORT(moxiHLSToRGB_16u_C3R), {3}, inverse16<Mox16u>());
-    expectPixels<Mox16u>(MOX_EXPORT(moxiHLSToRGB_16u_AC4R), {4}, inverse16<Mox16u>());
-    expectPixels<Mox16s>(MOX_EXPORT(moxiHLSToRGB_16s_C3R), {3}, inverse16<Mox16s>());
-    expectPixels<Mox16s>(MOX_EXPORT(moxiHLSToRGB_16s_AC4R), {4}, inverse16<Mox16s>());
-    expectPixels<Mox32f>(MOX_EXPORT(moxiHLSToRGB_32f_C3R), {3}, hlsToRgb32f);
-    expectPixels<Mox32f>(MOX_EXPORT(moxiHLSToRGB_32f_AC4R), {4}, hlsToRgb32f);
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_8u_C3R),
+                 [](auto& p, int x, int width) { return inverse8u(p, x, width, true); }, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_8u_AC4R),
+                 split(hlsToRgb<Mox8u>, 4, Inverse{Recipe::productThenScale, Store::nearestSaturated, false},
+                       Inverse{Recipe::divisions, Store::truncated, true}),
+                 {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_16u_C3R), inverse16<Mox16u>(), {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_16u_AC4R), inverse16<Mox16u>(), {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_16s_C3R), inverse16<Mox16s>(), {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_16s_AC4R), inverse16<Mox16s>(), {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_32f_C3R), hlsToRgb32f, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToRGB_32f_AC4R), hlsToRgb32f, {hues});
 }
 
-constexpr PixelForm colour = {.channels = 3, .anyStep = false};
-constexpr PixelForm alphaKept = {.channels = 4, .anyStep = false};
-constexpr PixelForm alphaCopied = {.channels = 4, .copiesAlpha = true, .anyStep = false};
-
 TEST(Hls, FromBGR) {
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_AC4R), alphaKept, bgrToHls());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_C3P3R), colour, bgrToHls());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_P3C3R), colour, bgrToHls());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_P3R), colour, bgrToHls());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_AC4P4R), alphaCopied, bgrToHls());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_AP4C4R), alphaCopied, bgrToHls());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiBGRToHLS_8u_AP4R), alphaCopied, bgrToHls());
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AC4R), bgrToHls, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_C3P3R), bgrToHls, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_P3C3R), bgrToHls, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_P3R), bgrToHls, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AC4P4R), bgrToHls, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AP4C4R), bgrToHls, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AP4R), bgrToHls, {hues});
 }
 
 TEST(Hls, ToBGR) {
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToBGR_8u_C3P3R), colour, hlsToBgr());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToBGR_8u_P3C3R), colour, hlsToBgr());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToBGR_8u_P3R), colour, hlsToBgr());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToBGR_8u_AC4P4R), alphaCopied, hlsToBgr());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToBGR_8u_AP4C4R), alphaCopied, hlsToBgr());
-    expectPixels<Mox8u>(MOX_EXPORT(moxiHLSToBGR_8u_AP4R), alphaCopied, hlsToBgr());
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_C3P3R), hlsToBgr, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_P3C3R), hlsToBgr, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_P3R), hlsToBgr, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_AC4P4R), hlsToBgr, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_AP4C4R), hlsToBgr, {hues});
+    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_AP4R), hlsToBgr, {hues});
 }
 
 TEST(Hls, AllColours) {

@@ -1,27 +1,15 @@
 // LUV against plain code, pixel by pixel.
 #include "moxcc/luv.h"
 
-#include <immintrin.h>
-
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
-#include "models/pixel_rules.h"
+#include "models/cube_roots.h"
+#include "models/pixels.h"
 
 using namespace moxtest;
 
 namespace {
-
-float rcp(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
-float rcp2(float x) {
-    const float r = rcp(x), once = (x * r) * r;
-    return (r + r) - once;
-}
-int toNearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
-int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
 
 template <class T>
 constexpr bool is8u = std::is_same_v<T, Mox8u>;
@@ -48,23 +36,7 @@ T saturated(int v) {
 
 // ---- forward ----
 
-// With the six decimals that its entries have.
-float decimal(double v) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6f", v);
-    return std::strtof(text, nullptr);
-}
-
-struct CubeRoots {
-    float c[128], w[128];
-    explicit CubeRoots(double lastScale) {
-        for (int k = 0; k < 128; ++k) {
-            const double y = (k + 1.0128) / (k < 124 ? 127.99805 : lastScale);
-            c[k] = decimal(std::cbrt(y)), w[k] = decimal(1 / y);
-        }
-    }
-};
-const CubeRoots for8u(127.99805), forOthers(128);
+const CubeRoots for8u, forOthers(128);
 
 template <class T>
 float lightness(float Y, int (*index)(float)) {
@@ -92,14 +64,14 @@ float lightness(float Y, int (*index)(float)) {
 }
 
 template <class T, int channels>
-std::array<T, 3> forward(const T* p, Columns columns) {
-    const bool body = columns == Columns::body, cutTail = !body && std::is_same_v<T, Mox16u> && channels == 4;
+Pixel<T> forward(const Pixel<T>& p, bool body) {
+    const bool cutTail = !body && std::is_same_v<T, Mox16u> && channels == 4;
     float r = real(p[0]), g = real(p[1]), b = real(p[2]);
     if (is8u<T>) r = r * 0.003921569f, g = g * 0.003921569f, b = b * 0.003921569f;
     const float X = (0.412453f * r + 0.35758f * g) + 0.180423f * b;
     const float Y = (0.212671f * r + 0.71516f * g) + 0.072169f * b;
     const float Z = (0.019334f * r + 0.119193f * g) + 0.950227f * b;
-    const float L = lightness<T>(Y, is16<T> && !body && !cutTail ? toNearest : truncated);
+    const float L = lightness<T>(Y, is16<T> && !body && !cutTail ? nearest : truncated);
 
     float d = (Z * 3 + Y * 15) + X;
     const bool noSum = d == 0;
@@ -112,11 +84,11 @@ std::array<T, 3> forward(const T* p, Columns columns) {
     if constexpr (isFloat<T>) {
         return {L, u, v};
     } else if constexpr (is8u<T>) {
-        const int out[3] = {toNearest(L * 2.55f), toNearest((u + 134) * 0.720339f), toNearest((v + 140) * 0.97328246f)};
+        const int out[3] = {nearest(L * 2.55f), nearest((u + 134) * 0.720339f), nearest((v + 140) * 0.97328246f)};
         if (!body) return {static_cast<T>(out[0]), static_cast<T>(out[1]), static_cast<T>(out[2])};
         return {saturated<T>(out[0]), saturated<T>(out[1]), saturated<T>(out[2])};
     } else {
-        const auto toL = body || cutTail ? truncated : toNearest, toUV = cutTail ? truncated : toNearest;
+        const auto toL = body || cutTail ? truncated : nearest, toUV = cutTail ? truncated : nearest;
         const T l = saturated<T>(toL(L * 655.35f));
         if (!body && noSum) return {l, saturated<T>(0), saturated<T>(0)};
         return {l, saturated<T>(toUV((u + 134) * 185.12712f)), saturated<T>(toUV((v + 140) * 250.13359f + 0.5f))};
@@ -126,7 +98,7 @@ std::array<T, 3> forward(const T* p, Columns columns) {
 // ---- back ----
 
 template <class T, int channels>
-std::array<T, 3> backBody(const T* p) {
+Pixel<T> backBody(const Pixel<T>& p) {
     constexpr bool unitRange = is8u<T> && channels == 3;
     const auto rec = is8u<T> ? rcp : rcp2;
     float l = real(p[0]), u = real(p[1]), v = real(p[2]);
@@ -148,18 +120,18 @@ std::array<T, 3> backBody(const T* p) {
     if constexpr (isFloat<T>) {
         return {rgb[0], rgb[1], rgb[2]};
     } else {
-        std::array<T, 3> out;
+        Pixel<T> out;
         for (size_t i = 0; i < 3; ++i) {
             // Far too large for any sample would not even fit an integer; no sample gets there.
             EXPECT_LT(std::fabs(rgb[i]), 2147483648.0f);
-            out[i] = saturated<T>(unitRange ? toNearest(rgb[i] * 255) : truncated(rgb[i]));
+            out[i] = saturated<T>(unitRange ? nearest(rgb[i] * 255) : truncated(rgb[i]));
         }
         return out;
     }
 }
 
 template <class T>
-std::array<T, 3> backTail(const T* p) {
+Pixel<T> backTail(const Pixel<T>& p) {
     float l = real(p[0]), u = real(p[1]), v = real(p[2]);
     if (!isFloat<T>) {
         l = (l * 100) / top<T>;
@@ -177,10 +149,9 @@ std::array<T, 3> backTail(const T* p) {
     const float kk = Y / vv, X = uu * kk;
     const float Z = is8u<T> ? (kk * 3 - X / 3) - 5 * Y : (kk * 3 - 5 * Y) - X / 3;
     if constexpr (isFloat<T>) {
-        const auto clamped = [](float x) { return x < 0 ? 0 : x > 1 ? 1 : x; };
-        return {clamped((3.240479f * X - 1.53715f * Y) - 0.498535f * Z),
-                clamped((1.875991f * Y - 0.969256f * X) + 0.041556f * Z),
-                clamped((0.055648f * X - 0.204043f * Y) + 1.057311f * Z)};
+        return {unit((3.240479f * X - 1.53715f * Y) - 0.498535f * Z),
+                unit((1.875991f * Y - 0.969256f * X) + 0.041556f * Z),
+                unit((0.055648f * X - 0.204043f * Y) + 1.057311f * Z)};
     } else {
         float r, g;
         if (is8u<T>) {
@@ -197,79 +168,60 @@ std::array<T, 3> backTail(const T* p) {
 }
 
 template <class T, int channels>
-std::array<T, 3> back(const T* p, Columns columns) {
-    return columns == Columns::body ? backBody<T, channels>(p) : backTail<T>(p);
+Pixel<T> back(const Pixel<T>& p, bool body) {
+    return body ? backBody<T, channels>(p) : backTail<T>(p);
 }
 
-// ---- forms ----
+// ---- tests ----
 
-#define FORM(T, channels, name, rule, ...) \
-    Form<T> { MOX_EXPORT(name), channels, rule<T, channels>, __VA_ARGS__ }
+template <class T, int channels>
+const auto toLuv = inGroups(4, forward<T, channels>);
+template <class T, int channels>
+const auto toRgb = inGroups(4, back<T, channels>);
 
-const Form<Mox8u> forms8u[] = {
-    FORM(Mox8u, 3, moxiRGBToLUV_8u_C3R, forward),
-    FORM(Mox8u, 4, moxiRGBToLUV_8u_AC4R, forward, Bgr::no, true),
-    FORM(Mox8u, 3, moxiBGRToLUV_8u_C3R, forward, Bgr::source),
-    FORM(Mox8u, 3, moxiLUVToRGB_8u_C3R, back),
-    FORM(Mox8u, 4, moxiLUVToRGB_8u_AC4R, back),
-    FORM(Mox8u, 3, moxiLUVToBGR_8u_C3R, back, Bgr::destination),
-};
-const Form<Mox16u> forms16u[] = {
-    FORM(Mox16u, 3, moxiRGBToLUV_16u_C3R, forward),
-    FORM(Mox16u, 4, moxiRGBToLUV_16u_AC4R, forward),
-    FORM(Mox16u, 3, moxiLUVToRGB_16u_C3R, back),
-    FORM(Mox16u, 4, moxiLUVToRGB_16u_AC4R, back),
-};
-const Form<Mox16s> forms16s[] = {
-    FORM(Mox16s, 3, moxiRGBToLUV_16s_C3R, forward),
-    FORM(Mox16s, 4, moxiRGBToLUV_16s_AC4R, forward),
-    FORM(Mox16s, 3, moxiLUVToRGB_16s_C3R, back),
-    FORM(Mox16s, 4, moxiLUVToRGB_16s_AC4R, back),
-};
-const Form<Mox32f> forms32f[] = {
-    FORM(Mox32f, 3, moxiRGBToLUV_32f_C3R, forward),
-    FORM(Mox32f, 4, moxiRGBToLUV_32f_AC4R, forward),
-    FORM(Mox32f, 3, moxiBGRToLUV_32f_C3R, forward, Bgr::source),
-};
-const Form<Mox32f> formsBack32f[] = {
-    FORM(Mox32f, 3, moxiLUVToRGB_32f_C3R, back),
-    FORM(Mox32f, 4, moxiLUVToRGB_32f_AC4R, back, Bgr::no, true),
-    FORM(Mox32f, 3, moxiLUVToBGR_32f_C3R, back, Bgr::destination),
-};
+TEST(Luv, EightBitColumnsFollowTheirRules) {
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_8u_C3R), toLuv<Mox8u, 3>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_8u_AC4R), inGroups(noGroups, forward<Mox8u, 4>), {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiBGRToLUV_8u_C3R), fromBgr(toLuv<Mox8u, 3>), {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_8u_C3R), toRgb<Mox8u, 3>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_8u_AC4R), toRgb<Mox8u, 4>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToBGR_8u_C3R), toBgr(toRgb<Mox8u, 3>), {darkAndGray});
+}
 
-TEST(Luv, IntegerColumnsFollowTheirRules) {
-    for (const auto& form : forms8u) expectRule(form, fillIntegers<Mox8u>);
-    for (const auto& form : forms16u) expectRule(form, fillIntegers<Mox16u>);
-    for (const auto& form : forms16s) expectRule(form, fillIntegers<Mox16s>);
+TEST(Luv, SixteenBitColumnsFollowTheirRules) {
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16u_C3R), toLuv<Mox16u, 3>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16u_AC4R), toLuv<Mox16u, 4>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16u_C3R), toRgb<Mox16u, 3>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16u_AC4R), toRgb<Mox16u, 4>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16s_C3R), toLuv<Mox16s, 3>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16s_AC4R), toLuv<Mox16s, 4>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16s_C3R), toRgb<Mox16s, 3>, {darkAndGray});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16s_AC4R), toRgb<Mox16s, 4>, {darkAndGray});
 }
 
 // LUV with colours near those for which v' is zero, and with L on both sides of where rules change.
-void fillLuv(Plane<Mox32f>& plane, Random& random) {
+Pixels<Mox32f> luvs(Random& random) {
     const float low = random.oneOf({0.0f, 0.0f, 1e-4f, 7.99f}), high = random.oneOf({100.0f, 16.0f, 2e-4f, 8.01f});
-    for (int y = 0; y < plane.rows(); ++y) {
-        for (int x = 0; x < plane.columns(); ++x) {
-            const float l = random.oneIn(10) ? 0.0f : random.uniform(low, high);
-            plane.set(x, y, 0, l);
-            plane.set(x, y, 1, random.uniform(-134.0f, 220.0f));
-            plane.set(x, y, 2, random.oneIn(3) ? -0.468342f * (13 * l) : random.uniform(-140.0f, 122.0f));
-        }
-    }
+    return [&random, low, high]() -> Pixel<Mox32f> {
+        const float l = random.oneIn(10) ? 0.0f : random.uniform(low, high);
+        return {l, random.uniform(-134.0f, 220.0f),
+                random.oneIn(3) ? -0.468342f * (13 * l) : random.uniform(-140.0f, 122.0f)};
+    };
 }
 
+// The one form without vector columns drops the low bits of a step.
 TEST(Luv, FloatColumnsFollowTheirRules) {
-    for (const auto& form : forms32f) {
-        expectRule(form, fillUnit<Mox32f>);
-        expectRule(form, fillWithAnything<Mox32f>);
-    }
-    for (const auto& form : formsBack32f) {
-        expectRule(form, fillLuv);
-        expectRule(form, fillWithAnything<Mox32f>);
-    }
+    expectPixels<Stride::bytes>(MOX_EXPORT(moxiRGBToLUV_32f_C3R), toLuv<Mox32f, 3>, {unitRange, anything});
+    expectPixels<Stride::bytes>(MOX_EXPORT(moxiRGBToLUV_32f_AC4R), toLuv<Mox32f, 4>, {unitRange, anything});
+    expectPixels<Stride::bytes>(MOX_EXPORT(moxiBGRToLUV_32f_C3R), fromBgr(toLuv<Mox32f, 3>), {unitRange, anything});
+    expectPixels<Stride::bytes>(MOX_EXPORT(moxiLUVToRGB_32f_C3R), toRgb<Mox32f, 3>, {luvs, anything});
+    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_32f_AC4R), inGroups(noGroups, back<Mox32f, 4>), {luvs, anything});
+    expectPixels<Stride::bytes>(MOX_EXPORT(moxiLUVToBGR_32f_C3R), toBgr(toRgb<Mox32f, 3>), {luvs, anything});
 }
 
 TEST(Luv, EveryEightBitColourFollowsItsRule) {
-    expectAllColours(forms8u[0]);
-    expectAllColours(forms8u[3]);
+    expectAllPixels(MOX_EXPORT(moxiRGBToLUV_8u_C3R), toLuv<Mox8u, 3>);
+    expectAllPixels(MOX_EXPORT(moxiLUVToRGB_8u_C3R), toRgb<Mox8u, 3>);
 }
 
 // What a user sees: to LUV and back, at most a few steps lie between a colour and what comes of it.
@@ -316,31 +268,6 @@ TEST(Luv, KnownColours) {
         EXPECT_TRUE(luv16s[9] == -32768 && luv16s[10] == -7961 && luv16s[11] == 2251);
         EXPECT_TRUE(luv16s[12] == -32768 && luv16s[13] == -32768 && luv16s[14] == -32768);
     });
-}
-
-// Samples of 16 bits, and the one float form that has no body columns, drop the low bits of a step; the others do not.
-template <class T, size_t n>
-void expectSteps(const Form<T> (&forms)[n], bool whole) {
-    Random random(3);
-    for (const Form<T>& form : forms) {
-        const bool drops = whole || (isFloat<T> && form.tailOnly);
-        const Plane<T> src(9, 3, form.channels, {.gap = drops ? 0 : 1, .bottomUp = true, .guard = Guard::none}, random);
-        Plane<T> want(9, 3, form.channels, {.gap = drops ? 0 : 1, .guard = Guard::none}, random);
-        const Plane<T> before = want;
-        applyRule(form, src, want);
-        forEachLibrary([&](const Library& lib) {
-            Plane<T> got = before;
-            lib(form.function)(src.data(), src.step() + (drops ? 1 : 0), got.data(), got.step() + (drops ? 1 : 0),
-                               {9, 3});
-            ASSERT_TRUE(same(got, want, Nan::anyNan));
-        });
-    }
-}
-TEST(Luv, StepsAreBytesOrWholeSamples) {
-    expectSteps(forms16u, true);
-    expectSteps(forms16s, true);
-    expectSteps(forms32f, false);
-    expectSteps(formsBack32f, false);
 }
 
 }  // namespace

@@ -1,25 +1,49 @@
-// Conversions of pixels one by one against plain code, for the hue models, whose columns follow rules of their own.
+// Conversions of pixels one by one, between images of interleaved samples or planes, against plain code.
 #ifndef MODELS_PIXELS_H
 #define MODELS_PIXELS_H
 
 #include <immintrin.h>
 
 #include <array>
-#include <cmath>
 #include <functional>
+#include <initializer_list>
 #include <limits>
+#include <string_view>
 #include <vector>
 
 #include "support/support.h"
 
 namespace moxtest {
 
+/// The colour samples of a pixel, in the order of memory.
 template <class T>
 using Pixel = std::array<T, 3>;
 
-/// What the pixel at column x of a row of some width becomes; samples in the order of memory.
+// ---- rules ----
+
+/// What the pixel at column x of a row of some width becomes.
+template <class S, class D = S>
+using PixelRule = std::function<Pixel<D>(const Pixel<S>&, int x, int width)>;
+
+/// A rule that differs between the whole groups of columns, its vector columns, and the last columns of a row.
+template <class Rule>
+auto inGroups(int group, Rule rule) {
+    return [=](const auto& p, int x, int width) { return rule(p, x < width / group * group); };
+}
+inline constexpr int noGroups = std::numeric_limits<int>::max();
+
 template <class T>
-using PixelRule = std::function<Pixel<T>(const Pixel<T>&, int x, int width)>;
+Pixel<T> reversed(const Pixel<T>& p) {
+    return {p[2], p[1], p[0]};
+}
+template <class Rule>
+auto fromBgr(Rule rule) {
+    return [=](const auto& p, int x, int width) { return rule(reversed(p), x, width); };
+}
+template <class Rule>
+auto toBgr(Rule rule) {
+    return [=](const auto& p, int x, int width) { return reversed(rule(p, x, width)); };
+}
 
 // Operations of the definitions, in the rounding mode of the moment.
 inline float rcp(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
@@ -28,9 +52,37 @@ inline float rcp2(float x) {
     return (r + r) - ((x * r) * r);
 }
 inline int nearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
-inline int truncate(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
+inline int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
+inline float unit(float x) { return x < 0 ? 0 : x > 1 ? 1 : x; }  // a NaN stays
 
-/// A sample on or beside the values at which hue models change their ways: the ends, the middle, the sixths.
+// ---- pixels to convert ----
+
+/// Draws one pixel after the other.
+template <class T>
+using Pixels = std::function<Pixel<T>()>;
+
+/// The pixels of one image, which may have something in common.
+template <class T>
+using Source = Pixels<T> (*)(Random&);
+
+/// Pixels of independent samples.
+template <class T, class Draw>
+Pixels<T> independent(const Draw& draw) {
+    return [=] { return Pixel<T>{draw(), draw(), draw()}; };
+}
+
+/// Integers of the whole range; floats mostly from -0.5 to 1.5.
+template <class T>
+Pixels<T> samples(Random& random) {
+    return independent<T>([&] {
+        if constexpr (std::is_floating_point_v<T>)
+            return random.oneIn(9) ? random.special<T>() : random.uniform(T(-0.5), T(1.5));
+        else
+            return random.sample<T>();
+    });
+}
+
+/// Samples on or beside the values at which hue models change their ways: the ends, the middle, the sixths.
 template <class T>
 T hueSample(Random& random) {
     const int sixths = static_cast<int>(random.between(0, 6));
@@ -45,120 +97,174 @@ T hueSample(Random& random) {
     }
 }
 
-/// One side of a conversion: interleaved samples in one plane, or a plane a channel, all planes with the same step.
+/// Hues of all kinds, among them grays and pixels of which two channels agree.
 template <class T>
-class Side {
+Pixels<T> hues(Random& random) {
+    return [&] {
+        Pixel<T> p;
+        for (size_t c = 0; c < 3; ++c) p[c] = c > 0 && random.oneIn(4) ? p[random.bits() % c] : hueSample<T>(random);
+        return p;
+    };
+}
+
+/// Integers: black and samples near it as often as others, and pixels without colour.
+template <class T>
+Pixels<T> darkAndGray(Random& random) {
+    using L = std::numeric_limits<T>;
+    const int mode = static_cast<int>(random.between(0, 3));
+    if (mode == 3)
+        return [&]() -> Pixel<T> {
+            const T gray = random.oneIn(3) ? L::min() : random.sample<T>();
+            return {gray, gray, gray};
+        };
+    return independent<T>([&random, mode] {
+        if (mode == 0 || (mode == 1 && random.oneIn(2))) return random.sample<T>();
+        return static_cast<T>(L::min() + random.between(0, sizeof(T) == 1 ? 24 : 1500));
+    });
+}
+
+/// Floats from 0 to 1, or to where colours turn dark.
+template <class T>
+Pixels<T> unitRange(Random& random) {
+    const T limit = random.oneIn(3) ? T(0.03) : T(1);
+    return independent<T>([&random, limit] { return random.oneIn(10) ? T(0) : random.uniform(T(0), limit); });
+}
+
+template <class T>
+Pixels<T> anything(Random& random) {
+    return independent<T>([&] {
+        return random.oneIn(3)   ? random.special<T>()
+               : random.oneIn(2) ? random.anyBits<T>()
+                                 : random.uniform(T(-2), T(2));
+    });
+}
+
+// ---- images ----
+
+/// The steps that an export takes.
+enum class Stride {
+    samples,   // any multiple of a sample
+    positive,  // any that goes down
+    bytes,     // any
+    cut        // any, of which whole samples count
+};
+
+/// One side of a conversion: interleaved samples in one plane, or a plane a channel, with one step or a step a plane.
+template <class Pointer, class Step>
+class Image {
   public:
-    Side(MoxiSize size, int channels, bool planar, bool anyStep, Random& random) {
-        Layout layout = Layout::random(random, sizeof(T));
-        if (!anyStep) layout.bottomUp = false;
-        planes_.reserve(4);
-        for (int i = 0; i < (planar ? channels : 1); ++i)
+    using T = std::remove_const_t<std::remove_pointer_t<std::remove_const_t<std::remove_pointer_t<Pointer>>>>;
+
+    Image(MoxiSize size, int channels, Stride stride, Random& random) {
+        const int unit = stride == Stride::bytes ? 1 : sizeof(T);
+        const Layout first = Layout::random(random, unit);
+        for (size_t i = 0; i < size_t(planar ? channels : 1); ++i) {
+            Layout layout = Layout::random(random, unit);
+            if (!std::is_pointer_v<Step>) layout.gap = first.gap, layout.bottomUp = first.bottomUp;
+            if (stride == Stride::positive) layout.bottomUp = false;
             planes_.emplace_back(size.width, size.height, planar ? 1 : channels, layout, random);
-    }
-
-    /// Hues of all kinds, among them grays and pixels of which two channels agree.
-    void fill(MoxiSize size, Random& random) {
-        for (int y = 0; y < size.height; ++y) {
-            for (int x = 0; x < size.width; ++x) {
-                for (int c = 0; c < 3; ++c) {
-                    const bool copy = c > 0 && random.oneIn(4);
-                    set(x, y, c, copy ? get(x, y, static_cast<int>(random.between(0, c - 1))) : hueSample<T>(random));
-                }
-            }
+            steps_[i] = planes_[i].step();
+            if (stride == Stride::cut) steps_[i] += static_cast<int32_t>(random.between(0, unit - 1));
         }
     }
 
-    T get(int x, int y, int c) const { return planar() ? planes_[size_t(c)].get(x, y) : planes_[0].get(x, y, c); }
-    void set(int x, int y, int c, T value) {
-        planar() ? planes_[size_t(c)].set(x, y, value) : planes_[0].set(x, y, c, value);
+    T get(int x, int y, size_t c) const { return planes_[planar ? c : 0].get(x, y, planar ? 0 : int(c)); }
+    void set(int x, int y, size_t c, T value) { planes_[planar ? c : 0].set(x, y, planar ? 0 : int(c), value); }
+
+    /// Sets the colour samples to those of the pixels that next() gives, row by row.
+    void fill(const Pixels<T>& next) {
+        for (int y = 0; y < planes_[0].rows(); ++y)
+            for (int x = 0; x < planes_[0].columns(); ++x) setPixel(x, y, next());
     }
 
-    std::vector<Plane<T>>& planes() { return planes_; }
-    int32_t step() const { return planes_[0].step(); }
+    Pixel<T> pixel(int x, int y) const { return {get(x, y, 0), get(x, y, 1), get(x, y, 2)}; }
+    void setPixel(int x, int y, const Pixel<T>& p) {
+        for (size_t c = 0; c < 3; ++c) set(x, y, c, p[c]);
+    }
 
-    /// The side as an argument: the samples, or the addresses of the planes' samples.
-    template <class Argument>
-    Argument as() {
-        if constexpr (std::is_pointer_v<std::remove_pointer_t<Argument>>) {
-            for (size_t i = 0; i < planes_.size(); ++i) addresses_[i] = planes_[i].data();
+    const std::vector<Plane<T>>& planes() const { return planes_; }
+
+    // The image as arguments.
+    Pointer pointer() {
+        for (size_t i = 0; i < planes_.size(); ++i) addresses_[i] = planes_[i].data();
+        if constexpr (planar)
             return addresses_;
-        } else {
-            return planes_[0].data();
-        }
+        else
+            return addresses_[0];
+    }
+    Step step() const {
+        if constexpr (std::is_pointer_v<Step>)
+            return steps_;
+        else
+            return steps_[0];
     }
 
   private:
-    bool planar() const { return planes_.size() > 1; }
+    static constexpr bool planar = std::is_pointer_v<std::remove_pointer_t<Pointer>>;
 
     std::vector<Plane<T>> planes_;
     T* addresses_[4] = {};
+    int32_t steps_[4] = {};
 };
 
-template <class Argument>
-inline constexpr bool isPlanar = std::is_pointer_v<std::remove_pointer_t<Argument>>;
+template <class Pointer>
+using SampleOf = typename Image<Pointer, int32_t>::T;
 
-struct PixelForm {
-    int channels;              // 3, or 4 with alpha
-    bool copiesAlpha = false;  // else the destination's alpha stays
-    bool anyStep = true;
-};
+// ---- comparisons ----
 
-/// Compares an export with a rule, at all widths around the limits and in all rounding modes.
-template <class T, class S, class D>
-void expectPixels(Export<MoxStatus(S, int32_t, D, int32_t, MoxiSize)> function, PixelForm form,
-                  const PixelRule<T>& rule) {
-    for (const uint32_t control : mxcsr::roundings) {
-        forEachSize(
-            [&](MoxiSize roi, Random& random) {
-                Side<T> src(roi, form.channels, isPlanar<S>, form.anyStep, random);
-                Side<T> want(roi, form.channels, isPlanar<D>, form.anyStep, random);
-                src.fill(roi, random);
-                Side<T> before = want;
-                underMxcsr(control, [&] {
-                    for (int y = 0; y < roi.height; ++y) {
-                        for (int x = 0; x < roi.width; ++x) {
-                            const Pixel<T> out =
-                                rule({src.get(x, y, 0), src.get(x, y, 1), src.get(x, y, 2)}, x, roi.width);
-                            for (int c = 0; c < 3; ++c) want.set(x, y, c, out[size_t(c)]);
-                            if (form.copiesAlpha) want.set(x, y, 3, src.get(x, y, 3));
-                        }
-                    }
-                });
-                for (Plane<T>& plane : src.planes()) plane.protect();
-                forEachLibrary([&](const Library& lib) {
-                    Side<T> got = before;
-                    {
-                        const MxcsrScope scope(control);
-                        ASSERT_EQ(
-                            lib(function)(src.template as<S>(), src.step(), got.template as<D>(), got.step(), roi),
-                            moxStatusOk);
-                    }
-                    for (size_t i = 0; i < got.planes().size(); ++i)
-                        ASSERT_TRUE(same(got.planes()[i], want.planes()[i], Nan::anyNan))
-                            << "plane " << i << ", " << roundingName(control);
-                });
-            },
-            1, 40);
-    }
+/// Compares an export with its rule on images of each source, at all sizes and in all rounding modes. The fourth
+/// samples of AC4 images stay; those of planes are copied.
+template <Stride stride = Stride::samples, class S, class SStep, class D, class DStep>
+void expectPixels(Export<MoxStatus(S, SStep, D, DStep, MoxiSize)> function,
+                  const PixelRule<SampleOf<S>, SampleOf<D>>& rule, std::initializer_list<Source<SampleOf<S>>> sources) {
+    const auto named = [&](const char* part) {
+        return std::string_view(function.name).find(part) != std::string::npos;
+    };
+    const int channels = named("AC4") || named("AP4") ? 4 : 3;
+    const bool copiesAlpha = named("P4");
+    const auto compare = [&](uint32_t control, Source<SampleOf<S>> source, MoxiSize roi, Random& random) {
+        Image<S, SStep> src(roi, channels, stride, random);
+        Image<D, DStep> want(roi, channels, stride, random);
+        const Image<D, DStep> before = want;
+        src.fill(source(random));
+        underMxcsr(control, [&] {
+            for (int y = 0; y < roi.height; ++y) {
+                for (int x = 0; x < roi.width; ++x) {
+                    want.setPixel(x, y, rule(src.pixel(x, y), x, roi.width));
+                    if (copiesAlpha) want.set(x, y, 3, src.get(x, y, 3));
+                }
+            }
+        });
+        forEachLibrary([&](const Library& lib) {
+            Image<D, DStep> got = before;
+            const MxcsrScope scope(control);
+            ASSERT_EQ(lib(function)(src.pointer(), src.step(), got.pointer(), got.step(), roi), moxStatusOk);
+            for (size_t i = 0; i < got.planes().size(); ++i)
+                ASSERT_TRUE(same(got.planes()[i], want.planes()[i], Nan::anyNan))
+                    << "plane " << i << ", " << roundingName(control);
+        });
+    };
+    for (const Source<SampleOf<S>> source : sources)
+        for (const uint32_t control : mxcsr::roundings)
+            forEachSize([&](MoxiSize roi, Random& random) { compare(control, source, roi, random); });
 }
 
-/// Compares an export with a rule for all 2^24 pixels of 8u samples, in columns of vector groups.
+/// Compares an export with its rule for all 2^24 pixels of 8u samples, in vector columns and in last ones.
 inline void expectAllPixels(Export<MoxStatus(const Mox8u*, int32_t, Mox8u*, int32_t, MoxiSize)> function,
                             const PixelRule<Mox8u>& rule) {
-    constexpr int n = 256;
-    std::vector<Mox8u> src(n * n * 3), want(n * n * 3), got(n * n * 3);
-    for (int first = 0; first < n && !::testing::Test::HasFailure(); ++first) {
-        for (int i = 0; i < n * n; ++i) {
-            const Pixel<Mox8u> in = {static_cast<Mox8u>(first), static_cast<Mox8u>(i / n), static_cast<Mox8u>(i % n)};
-            const Pixel<Mox8u> out = rule(in, 0, n);
-            for (int c = 0; c < 3; ++c)
-                src[size_t(3 * i + c)] = in[size_t(c)], want[size_t(3 * i + c)] = out[size_t(c)];
+    constexpr int n = 1 << 16;
+    std::vector<Pixel<Mox8u>> src(n), want(n), got(n);
+    for (const int width : {256, 2}) {
+        for (int first = 0; first < 256; ++first) {
+            for (size_t i = 0; i < n; ++i) {
+                src[i] = {static_cast<Mox8u>(first), static_cast<Mox8u>(i >> 8), static_cast<Mox8u>(i)};
+                want[i] = rule(src[i], 0, width);
+            }
+            forEachLibrary([&](const Library& lib) {
+                lib(function)(src[0].data(), 3 * width, got[0].data(), 3 * width, {width, n / width});
+                ASSERT_TRUE(got == want) << describe(lastCall()) << ": first sample " << first;
+            });
         }
-        forEachLibrary([&](const Library& lib) {
-            ASSERT_EQ(lib(function)(src.data(), 3 * n, got.data(), 3 * n, {n, n}), moxStatusOk);
-            ASSERT_TRUE(got == want) << describe(lastCall()) << ": first sample " << first;
-        });
     }
 }
 

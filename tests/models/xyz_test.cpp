@@ -1,13 +1,13 @@
 // XYZ against plain code, column by column.
 #include "moxcc/xyz.h"
 
-#include "models/pixel_forms.h"
+#include <algorithm>
+
+#include "models/pixels.h"
 
 using namespace moxtest;
 
 namespace {
-
-int clampTo(int v, int lo, int hi) { return v < lo ? lo : v > hi ? hi : v; }
 
 struct Fixed {
     int m[9], shift;
@@ -22,64 +22,65 @@ const float matrices[2][9] = {
     {3.240479f, -1.53715f, -0.498535f, -0.969256f, 1.875991f, 0.041556f, 0.055648f, -0.204043f, 1.057311f}};
 
 template <int direction>
-void rule8u(const Mox8u* in, Mox8u* out, bool vectorColumn) {
+Pixel<Mox8u> rule8u(const Pixel<Mox8u>& in, bool vectorColumn) {
     const Fixed& f = fixedMatrices[direction][vectorColumn];
-    for (int i = 0; i < 3; ++i) {
+    Pixel<Mox8u> out;
+    for (size_t i = 0; i < 3; ++i) {
         const int sum = f.m[3 * i] * in[0] + f.m[3 * i + 1] * in[1] + f.m[3 * i + 2] * in[2];
-        out[i] = static_cast<Mox8u>(clampTo(sum >> f.shift, 0, 255));
+        out[i] = static_cast<Mox8u>(std::clamp(sum >> f.shift, 0, 255));
     }
+    return out;
 }
 
 template <int direction, class T, int bias>
-void rule16(const T* in, T* out, bool) {
+Pixel<T> rule16(const Pixel<T>& in, int, int) {
     const float* m = matrices[direction];
     const float a = static_cast<float>(in[0] + bias), b = static_cast<float>(in[1] + bias),
                 c = static_cast<float>(in[2] + bias);
-    for (int i = 0; i < 3; ++i) {
+    Pixel<T> out;
+    for (size_t i = 0; i < 3; ++i) {
         const float sum = (m[3 * i] * a + m[3 * i + 1] * b) + m[3 * i + 2] * c;
-        out[i] = static_cast<T>(clampTo(static_cast<int>(sum), 0, 65535) - bias);
+        out[i] = static_cast<T>(std::clamp(static_cast<int>(sum), 0, 65535) - bias);
     }
+    return out;
 }
 
-float unit(float v) {
-    if (v < 0) v = 0;
-    if (v > 1) v = 1;
-    return v;
-}
-void encode32f(const Mox32f* in, Mox32f* out, bool) {
+Pixel<Mox32f> encode32f(const Pixel<Mox32f>& in, int, int) {
     const float* m = matrices[0];
-    for (int i = 0; i < 3; ++i) out[i] = (m[3 * i] * in[0] + m[3 * i + 1] * in[1]) + m[3 * i + 2] * in[2];
+    Pixel<Mox32f> out;
+    for (size_t i = 0; i < 3; ++i) out[i] = (m[3 * i] * in[0] + m[3 * i + 1] * in[1]) + m[3 * i + 2] * in[2];
     out[2] = unit(out[2]);
+    return out;
 }
-void decode32f(const Mox32f* in, Mox32f* out, bool) {
-    out[0] = unit((3.240479f * in[0] - 1.53715f * in[1]) - 0.498535f * in[2]);
-    out[1] = unit((-0.969256f * in[0] + 1.875991f * in[1]) + 0.041556f * in[2]);
-    out[2] = unit((0.055648f * in[0] - 0.204043f * in[1]) + 1.057311f * in[2]);
+Pixel<Mox32f> decode32f(const Pixel<Mox32f>& in, int, int) {
+    return {unit((3.240479f * in[0] - 1.53715f * in[1]) - 0.498535f * in[2]),
+            unit((-0.969256f * in[0] + 1.875991f * in[1]) + 0.041556f * in[2]),
+            unit((0.055648f * in[0] - 0.204043f * in[1]) + 1.057311f * in[2])};
 }
 
 TEST(Xyz, EightBit) {
-    expectPixelForm<Mox8u>(3, 8, rule8u<0>, MOX_EXPORT(moxiRGBToXYZ_8u_C3R));
-    expectPixelForm<Mox8u>(4, 4, rule8u<0>, MOX_EXPORT(moxiRGBToXYZ_8u_AC4R));
-    expectPixelForm<Mox8u>(3, 8, rule8u<1>, MOX_EXPORT(moxiXYZToRGB_8u_C3R));
-    expectPixelForm<Mox8u>(4, 4, rule8u<1>, MOX_EXPORT(moxiXYZToRGB_8u_AC4R));
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_8u_C3R), inGroups(8, rule8u<0>), {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_8u_AC4R), inGroups(4, rule8u<0>), {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_8u_C3R), inGroups(8, rule8u<1>), {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_8u_AC4R), inGroups(4, rule8u<1>), {samples});
 }
 
 TEST(Xyz, SixteenBit) {
-    expectPixelForm<Mox16u>(3, 1, rule16<0, Mox16u, 0>, MOX_EXPORT(moxiRGBToXYZ_16u_C3R));
-    expectPixelForm<Mox16u>(4, 1, rule16<0, Mox16u, 0>, MOX_EXPORT(moxiRGBToXYZ_16u_AC4R));
-    expectPixelForm<Mox16s>(3, 1, rule16<0, Mox16s, 32768>, MOX_EXPORT(moxiRGBToXYZ_16s_C3R));
-    expectPixelForm<Mox16s>(4, 1, rule16<0, Mox16s, 32768>, MOX_EXPORT(moxiRGBToXYZ_16s_AC4R));
-    expectPixelForm<Mox16u>(3, 1, rule16<1, Mox16u, 0>, MOX_EXPORT(moxiXYZToRGB_16u_C3R));
-    expectPixelForm<Mox16u>(4, 1, rule16<1, Mox16u, 0>, MOX_EXPORT(moxiXYZToRGB_16u_AC4R));
-    expectPixelForm<Mox16s>(3, 1, rule16<1, Mox16s, 32768>, MOX_EXPORT(moxiXYZToRGB_16s_C3R));
-    expectPixelForm<Mox16s>(4, 1, rule16<1, Mox16s, 32768>, MOX_EXPORT(moxiXYZToRGB_16s_AC4R));
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_16u_C3R), rule16<0, Mox16u, 0>, {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_16u_AC4R), rule16<0, Mox16u, 0>, {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_16s_C3R), rule16<0, Mox16s, 32768>, {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_16s_AC4R), rule16<0, Mox16s, 32768>, {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_16u_C3R), rule16<1, Mox16u, 0>, {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_16u_AC4R), rule16<1, Mox16u, 0>, {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_16s_C3R), rule16<1, Mox16s, 32768>, {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_16s_AC4R), rule16<1, Mox16s, 32768>, {samples});
 }
 
 TEST(Xyz, Float) {
-    expectPixelForm<Mox32f>(3, 1, encode32f, MOX_EXPORT(moxiRGBToXYZ_32f_C3R));
-    expectPixelForm<Mox32f>(4, 1, encode32f, MOX_EXPORT(moxiRGBToXYZ_32f_AC4R));
-    expectPixelForm<Mox32f>(3, 1, decode32f, MOX_EXPORT(moxiXYZToRGB_32f_C3R));
-    expectPixelForm<Mox32f>(4, 1, decode32f, MOX_EXPORT(moxiXYZToRGB_32f_AC4R));
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_32f_C3R), encode32f, {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToXYZ_32f_AC4R), encode32f, {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_32f_C3R), decode32f, {samples});
+    expectPixels(MOX_EXPORT(moxiXYZToRGB_32f_AC4R), decode32f, {samples});
 }
 
 TEST(Xyz, WhiteInEachRule) {

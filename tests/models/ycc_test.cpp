@@ -1,50 +1,46 @@
 // PhotoYCC against plain code, column by column.
 #include "moxcc/ycc.h"
 
-#include <cmath>
+#include <algorithm>
 
-#include "models/pixel_forms.h"
+#include "models/pixels.h"
 
 using namespace moxtest;
 
 namespace {
 
-int clampTo(int64_t v, int lo, int hi) { return static_cast<int>(v < lo ? lo : v > hi ? hi : v); }
-int truncated(float v) { return static_cast<int>(v); }
-
 // ---- 8u: sixteen-bit arithmetic in vector columns, 32-bit in the others ----------------------------------------------
 
 int16_t high(int a, int b) { return static_cast<int16_t>(a * b >> 16); }
 
-void encode8u(const Mox8u* in, Mox8u* out, bool vectorColumn) {
+Pixel<Mox8u> encode8u(const Pixel<Mox8u>& in, bool vectorColumn) {
     const int r = in[0], g = in[1], b = in[2];
     if (vectorColumn) {
         const int t = high(256 * r, 4898) + high(256 * g, 9617) + high(256 * b, 1867);
-        out[0] = static_cast<Mox8u>(clampTo(high(t, 2921) >> 2, 0, 255));
-        out[1] = static_cast<Mox8u>(clampTo((high(64 * b - t, 1789) + 624) >> 2, 0, 255));
-        out[2] = static_cast<Mox8u>(clampTo((high(64 * r - t, 2178) + 548) >> 2, 0, 255));
+        return {static_cast<Mox8u>(std::clamp(high(t, 2921) >> 2, 0, 255)),
+                static_cast<Mox8u>(std::clamp((high(64 * b - t, 1789) + 624) >> 2, 0, 255)),
+                static_cast<Mox8u>(std::clamp((high(64 * r - t, 2178) + 548) >> 2, 0, 255))};
     } else {
         const int t = 4898 * r + 9617 * g + 1867 * b;
-        out[0] = static_cast<Mox8u>(((t >> 10) * 2921) >> 16);
-        out[1] = static_cast<Mox8u>(((((b << 14) - t) >> 10) * 1789 >> 16) + 156);
-        out[2] = static_cast<Mox8u>(((((r << 14) - t) >> 10) * 2178 >> 16) + 137);
+        return {static_cast<Mox8u>(((t >> 10) * 2921) >> 16),
+                static_cast<Mox8u>(((((b << 14) - t) >> 10) * 1789 >> 16) + 156),
+                static_cast<Mox8u>(((((r << 14) - t) >> 10) * 2178 >> 16) + 137)};
     }
 }
 
-void decode8u(const Mox8u* in, Mox8u* out, bool vectorColumn) {
+Pixel<Mox8u> decode8u(const Pixel<Mox8u>& in, bool vectorColumn) {
     int r, g, b;
     if (vectorColumn) {
         const int y = high(256 * in[0], 5563);
         const int c1 = high(128 * (in[1] - 156), 18168), c2 = high(128 * (in[2] - 137), 14921);
-        const int sum = clampTo((y >> 1) + high(c1, -6357), -32768, 32767);
-        r = (y + c2) >> 4, g = clampTo(sum + high(c2, -16679), -32768, 32767) >> 3, b = (y + c1) >> 4;
+        const int sum = std::clamp((y >> 1) + high(c1, -6357), -32768, 32767);
+        r = (y + c2) >> 4, g = std::clamp(sum + high(c2, -16679), -32768, 32767) >> 3, b = (y + c1) >> 4;
     } else {
         const int a = 5564 * in[0], p = 9084 * in[1] - 1417104, q = 7460 * in[2] - 1022020;
         r = (a + q) >> 12, g = (a * 16 + (p >> 8) * -794 + (q >> 8) * -2084) >> 16, b = (a + p) >> 12;
     }
-    out[0] = static_cast<Mox8u>(clampTo(r, 0, 255));
-    out[1] = static_cast<Mox8u>(clampTo(g, 0, 255));
-    out[2] = static_cast<Mox8u>(clampTo(b, 0, 255));
+    return {static_cast<Mox8u>(std::clamp(r, 0, 255)), static_cast<Mox8u>(std::clamp(g, 0, 255)),
+            static_cast<Mox8u>(std::clamp(b, 0, 255))};
 }
 
 // ---- 16u and 16s ----------------------------------------------------------------------------------------------------
@@ -52,96 +48,85 @@ void decode8u(const Mox8u* in, Mox8u* out, bool vectorColumn) {
 constexpr float nearlyHalf = 0.49998999f;
 
 template <class T, int bias>
-void encode16(const T* in, T* out, bool vectorColumn) {
+Pixel<T> encode16(const Pixel<T>& in, bool vectorColumn) {
     using L = std::numeric_limits<T>;
     const float r = static_cast<float>(in[0] + bias), g = static_cast<float>(in[1] + bias),
                 b = static_cast<float>(in[2] + bias);
     const float luma = (0.299f * r + 0.587f * g) + 0.114f * b;
     const float y = luma * 0.7132668f, c1 = (b - luma) * 0.4368627f, c2 = (r - luma) * 0.5319216f;
     if (vectorColumn) {
-        out[0] = static_cast<T>(clampTo(lrintf(y) - bias, L::min(), L::max()));
-        out[1] = static_cast<T>(clampTo(lrintf(c1 + 40092.0f) - bias, L::min(), L::max()));
-        out[2] = static_cast<T>(clampTo(lrintf(c2 + 35209.0f) - bias, L::min(), L::max()));
+        return {static_cast<T>(std::clamp(nearest(y) - bias, int{L::min()}, int{L::max()})),
+                static_cast<T>(std::clamp(nearest(c1 + 40092.0f) - bias, int{L::min()}, int{L::max()})),
+                static_cast<T>(std::clamp(nearest(c2 + 35209.0f) - bias, int{L::min()}, int{L::max()}))};
     } else if (bias != 0) {
-        out[0] = static_cast<T>(truncated(y + nearlyHalf) - bias);
-        out[1] = static_cast<T>(truncated(c1 + 40092.5f) - bias);
-        out[2] = static_cast<T>(truncated(c2 + 35209.5f) - bias);
+        return {static_cast<T>(truncated(y + nearlyHalf) - bias), static_cast<T>(truncated(c1 + 40092.5f) - bias),
+                static_cast<T>(truncated(c2 + 35209.5f) - bias)};
     } else {
-        out[0] = static_cast<T>(truncated(((0.213267f * r + nearlyHalf) + 0.418688f * g) + 0.0813124f * b));
-        out[1] = static_cast<T>(truncated(((-0.130621f * r + 40092.5f) - 0.256437f * g) + 0.387058f * b));
-        out[2] = static_cast<T>(truncated(((0.372876f * r + 35209.5f) - 0.312237f * g) - 0.0606389f * b));
+        return {static_cast<T>(truncated(((0.213267f * r + nearlyHalf) + 0.418688f * g) + 0.0813124f * b)),
+                static_cast<T>(truncated(((-0.130621f * r + 40092.5f) - 0.256437f * g) + 0.387058f * b)),
+                static_cast<T>(truncated(((0.372876f * r + 35209.5f) - 0.312237f * g) - 0.0606389f * b))};
     }
 }
 
-void decode16u(const Mox16u* in, Mox16u* out, bool vectorColumn) {
+Pixel<Mox16u> decode16u(const Pixel<Mox16u>& in, bool vectorColumn) {
     const float u = static_cast<float>(in[1]) - 40092.0f, v = static_cast<float>(in[2]) - 35209.0f;
     float y = static_cast<float>(in[0]) * 1.3584f;
     if (vectorColumn) {
         const float c1 = u * 2.2179f, c2 = v * 1.8215f;
-        out[0] = static_cast<Mox16u>(clampTo(lrintf(y + c2), 0, 65535));
-        out[1] = static_cast<Mox16u>(clampTo(lrintf((y - c1 * 0.194f) - c2 * 0.509f), 0, 65535));
-        out[2] = static_cast<Mox16u>(clampTo(lrintf(y + c1), 0, 65535));
+        return {static_cast<Mox16u>(std::clamp(nearest(y + c2), 0, 65535)),
+                static_cast<Mox16u>(std::clamp(nearest((y - c1 * 0.194f) - c2 * 0.509f), 0, 65535)),
+                static_cast<Mox16u>(std::clamp(nearest(y + c1), 0, 65535))};
     } else {
         y = y + nearlyHalf;
-        out[0] = static_cast<Mox16u>(clampTo(truncated(1.8215f * v + y), 0, 65535));
-        out[1] = static_cast<Mox16u>(clampTo(truncated((y - 0.4302726f * u) - 0.92714345f * v), 0, 65535));
-        out[2] = static_cast<Mox16u>(clampTo(truncated(y + 2.2179f * u), 0, 65535));
+        return {static_cast<Mox16u>(std::clamp(truncated(1.8215f * v + y), 0, 65535)),
+                static_cast<Mox16u>(std::clamp(truncated((y - 0.4302726f * u) - 0.92714345f * v), 0, 65535)),
+                static_cast<Mox16u>(std::clamp(truncated(y + 2.2179f * u), 0, 65535))};
     }
 }
 
-void decode16s(const Mox16s* in, Mox16s* out, bool) {
+Pixel<Mox16s> decode16s(const Pixel<Mox16s>& in, int, int) {
     const float y = static_cast<float>(in[0] + 32768) * 1.3584f;
     const float c1 = static_cast<float>(in[1] - 7324) * 2.2179f, c2 = static_cast<float>(in[2] - 2441) * 1.8215f;
-    out[0] = static_cast<Mox16s>(clampTo(truncated(y + c2) - 32768, -32768, 32767));
-    out[1] = static_cast<Mox16s>(clampTo(truncated((y - c1 * 0.194f) - c2 * 0.509f) - 32768, -32768, 32767));
-    out[2] = static_cast<Mox16s>(clampTo(truncated(y + c1) - 32768, -32768, 32767));
+    return {static_cast<Mox16s>(std::clamp(truncated(y + c2) - 32768, -32768, 32767)),
+            static_cast<Mox16s>(std::clamp(truncated((y - c1 * 0.194f) - c2 * 0.509f) - 32768, -32768, 32767)),
+            static_cast<Mox16s>(std::clamp(truncated(y + c1) - 32768, -32768, 32767))};
 }
 
 // ---- 32f ------------------------------------------------------------------------------------------------------------
 
-void encode32f(const Mox32f* in, Mox32f* out, bool) {
+Pixel<Mox32f> encode32f(const Pixel<Mox32f>& in, int, int) {
     const float luma = (0.299f * in[0] + 0.587f * in[1]) + 0.114f * in[2];
-    out[0] = luma * 0.7132668f;
-    out[1] = (in[2] - luma) * 0.4368627f + 0.6117647f;
-    out[2] = (in[0] - luma) * 0.53192f + 0.5372549f;
+    return {luma * 0.7132668f, (in[2] - luma) * 0.4368627f + 0.6117647f, (in[0] - luma) * 0.53192f + 0.5372549f};
 }
 
-float unit(float v) {
-    if (v < 0) v = 0;
-    if (v > 1) v = 1;
-    return v;
-}
-
-void decode32f(const Mox32f* in, Mox32f* out, bool) {
+Pixel<Mox32f> decode32f(const Pixel<Mox32f>& in, int, int) {
     const float y = in[0] * 1.3584f, c1 = (in[1] - 0.6117647f) * 2.2179f, c2 = (in[2] - 0.5372549f) * 1.8215f;
-    out[0] = unit(y + c2);
-    out[1] = unit((y - 0.194f * c1) - 0.509f * c2);
-    out[2] = unit(y + c1);
+    return {unit(y + c2), unit((y - 0.194f * c1) - 0.509f * c2), unit(y + c1)};
 }
 
 TEST(Ycc, EightBit) {
-    expectPixelForm<Mox8u>(3, 8, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_C3R));
-    expectPixelForm<Mox8u>(4, 4, encode8u, MOX_EXPORT(moxiRGBToYCC_8u_AC4R));
-    expectPixelForm<Mox8u>(3, 8, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_C3R));
-    expectPixelForm<Mox8u>(4, 4, decode8u, MOX_EXPORT(moxiYCCToRGB_8u_AC4R));
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_8u_C3R), inGroups(8, encode8u), {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_8u_AC4R), inGroups(4, encode8u), {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_8u_C3R), inGroups(8, decode8u), {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_8u_AC4R), inGroups(4, decode8u), {samples});
 }
 
 TEST(Ycc, SixteenBit) {
-    expectPixelForm<Mox16u>(3, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_C3R));
-    expectPixelForm<Mox16u>(4, 4, encode16<Mox16u, 0>, MOX_EXPORT(moxiRGBToYCC_16u_AC4R));
-    expectPixelForm<Mox16s>(3, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_C3R));
-    expectPixelForm<Mox16s>(4, 4, encode16<Mox16s, 32768>, MOX_EXPORT(moxiRGBToYCC_16s_AC4R));
-    expectPixelForm<Mox16u>(3, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_C3R));
-    expectPixelForm<Mox16u>(4, 4, decode16u, MOX_EXPORT(moxiYCCToRGB_16u_AC4R));
-    expectPixelForm<Mox16s>(3, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_C3R));
-    expectPixelForm<Mox16s>(4, 4, decode16s, MOX_EXPORT(moxiYCCToRGB_16s_AC4R));
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_16u_C3R), inGroups(4, encode16<Mox16u, 0>), {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_16u_AC4R), inGroups(4, encode16<Mox16u, 0>), {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_16s_C3R), inGroups(4, encode16<Mox16s, 32768>), {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_16s_AC4R), inGroups(4, encode16<Mox16s, 32768>), {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_16u_C3R), inGroups(4, decode16u), {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_16u_AC4R), inGroups(4, decode16u), {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_16s_C3R), decode16s, {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_16s_AC4R), decode16s, {samples});
 }
 
 TEST(Ycc, Float) {
-    expectPixelForm<Mox32f>(3, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_C3R));
-    expectPixelForm<Mox32f>(4, 1, encode32f, MOX_EXPORT(moxiRGBToYCC_32f_AC4R));
-    expectPixelForm<Mox32f>(3, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_C3R));
-    expectPixelForm<Mox32f>(4, 1, decode32f, MOX_EXPORT(moxiYCCToRGB_32f_AC4R));
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_32f_C3R), encode32f, {samples});
+    expectPixels(MOX_EXPORT(moxiRGBToYCC_32f_AC4R), encode32f, {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_32f_C3R), decode32f, {samples});
+    expectPixels(MOX_EXPORT(moxiYCCToRGB_32f_AC4R), decode32f, {samples});
 }
 
 TEST(Ycc, KnownColours) {

@@ -1,6 +1,7 @@
 // YUV and YCbCr at full resolution: which rule gives which column, by plain integer arithmetic.
 #include <functional>
 
+#include "models/pixels.h"
 #include "models/plain_rules.h"
 #include "moxcc/ycbcr.h"
 #include "moxcc/yuv.h"
@@ -83,36 +84,24 @@ TEST(Yuv, ColumnsFollowTheirRule) {
     expectRules(MOX_EXPORT(moxiYUVToRGB_8u_P3R), P3, P3, 1, UI3, UI3);
 }
 
-// All colours, by each rule of an export: rows of 256 columns for the first, of one column for the second.
-template <class F>
-void expectAllColours(Export<F> function, Rule below, Rule above) {
-    constexpr int colours = 1 << 24, side = 256;
-    std::vector<Mox8u> src(size_t{colours} * 3), dst(size_t{colours} * 3);
-    for (size_t i = 0; i < colours; ++i)
-        for (size_t c = 0; c < 3; ++c) src[i * 3 + c] = static_cast<Mox8u>(i >> (16 - 8 * c));
-    forEachLibrary([&](const Library& lib) {
-        for (const auto& [rule, width] : {std::pair{below, side}, std::pair{above, 1}}) {
-            lib(function)(src.data(), width * 3, dst.data(), width * 3, {width, colours / width});
-            for (int i = 0; i < colours; ++i) {
-                const int in[3] = {i >> 16, i >> 8 & 255, i & 255};
-                int out[3];
-                rule(in, out);
-                const Mox8u* const got = dst.data() + size_t(i) * 3;
-                ASSERT_TRUE(got[0] == out[0] && got[1] == out[1] && got[2] == out[2])
-                    << function.name << " of " << in[0] << ", " << in[1] << ", " << in[2] << " at width " << width;
-            }
-        }
+/// Whole groups of eight columns follow the first rule, the others the second.
+PixelRule<Mox8u> pixelRule(Rule below, Rule above) {
+    return inGroups(8, [=](const Pixel<Mox8u>& p, bool isBelow) {
+        const int in[3] = {p[0], p[1], p[2]};
+        int out[3];
+        (isBelow ? below : above)(in, out);
+        return Pixel<Mox8u>{static_cast<Mox8u>(out[0]), static_cast<Mox8u>(out[1]), static_cast<Mox8u>(out[2])};
     });
 }
 
 TEST(YCbCr, AllColours) {
-    expectAllColours(MOX_EXPORT(moxiRGBToYCbCr_8u_C3R), YF2, YF1);
-    expectAllColours(MOX_EXPORT(moxiYCbCrToRGB_8u_C3R), YI4, YI1);
+    expectAllPixels(MOX_EXPORT(moxiRGBToYCbCr_8u_C3R), pixelRule(YF2, YF1));
+    expectAllPixels(MOX_EXPORT(moxiYCbCrToRGB_8u_C3R), pixelRule(YI4, YI1));
 }
 
 TEST(Yuv, AllColours) {
-    expectAllColours(MOX_EXPORT(moxiRGBToYUV_8u_C3R), UF3, UF2);
-    expectAllColours(MOX_EXPORT(moxiYUVToRGB_8u_C3R), UI4, UI1);
+    expectAllPixels(MOX_EXPORT(moxiRGBToYUV_8u_C3R), pixelRule(UF3, UF2));
+    expectAllPixels(MOX_EXPORT(moxiYUVToRGB_8u_C3R), pixelRule(UI4, UI1));
 }
 
 }  // namespace
