@@ -16,7 +16,22 @@ foreach(name gamma_tables powx_data)
     add_custom_command(OUTPUT ${generated}/${name}.cpp COMMAND ${name} > ${generated}/${name}.cpp VERBATIM)
     list(APPEND MOXCC_TABLES ${generated}/${name}.cpp)
 endforeach()
-add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES})
+
+# The C symbols of the exports: for each source <name>.cpp that has a table of entries, symbols/<name>.inc.
+file(GLOB MOXCC_PROTOTYPES CONFIGURE_DEPENDS include/moxcc/*.h)
+set(symbols ${generated}/symbols)
+file(MAKE_DIRECTORY ${symbols})
+foreach(source ${MOXCC_SOURCES})
+    cmake_path(GET source STEM name)
+    list(APPEND MOXCC_SYMBOLS ${symbols}/${name}.inc)
+endforeach()
+add_executable(symbols ${PROJECT_SOURCE_DIR}/tools/symbols.cpp)
+add_custom_command(OUTPUT ${generated}/symbols.stamp BYPRODUCTS ${MOXCC_SYMBOLS}
+    COMMAND symbols ${symbols} ${MOXCC_PROTOTYPES} -- ${MOXCC_SOURCES}
+    COMMAND ${CMAKE_COMMAND} -E touch ${generated}/symbols.stamp
+    DEPENDS ${MOXCC_PROTOTYPES} ${MOXCC_SOURCES} VERBATIM)
+
+add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES} ${generated}/symbols.stamp)
 
 # moxcc_library(<target> <folder below lib> <rpath to libmoxcore> <instruction set options ...>)
 function(moxcc_library target folder rpath)
@@ -24,7 +39,7 @@ function(moxcc_library target folder rpath)
     add_dependencies(${target} moxcc_tables)
     target_include_directories(${target} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
-        PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+        PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include ${symbols})
     # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at compile
     # time that the caller's rounding mode decides.
     target_compile_options(${target} PRIVATE ${ARGN} -mno-fma -ffp-contract=off -frounding-math

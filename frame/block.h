@@ -95,6 +95,16 @@ MOX_INLINE I32 lowBits(I32 v) {
     if constexpr (std::is_same_v<T, int16_t>) return shr<16>(shl<16>(v));
 }
 
+/// A rule or a kernel, or a part of one, made of the arguments that a call has behind the size: by its own of(), or as an
+/// aggregate of them.
+template <class Part, class... Extra>
+MOX_INLINE Part partOf(Extra... extra) {
+    if constexpr (requires { Part::of(extra...); })
+        return Part::of(extra...);
+    else
+        return Part{extra...};
+}
+
 /// The columns of one vector of 32-bit lanes: lane l holds those from first + l * laneStride on.
 template <int laneStride>
 struct Columns {
@@ -107,19 +117,31 @@ template <class L, class Rule>
 struct On {
     Rule rule;
 
+    template <class... Extra>
+    MOX_INLINE static On of(Extra... extra) {
+        return {partOf<Rule>(extra...)};
+    }
+
+    template <int C, int N>
+    static constexpr bool asksForColumns = std::is_invocable_v<const Rule&, const Px<L, C>&, Columns<N / lanes>>;
+
     template <class D, class S, int C, int N>
-    MOX_INLINE auto apply(const Block<S, C, N>& in, ptrdiff_t x = 0) const {
+    MOX_INLINE auto apply(const Block<S, C, N>& in) const requires(!asksForColumns<C, N>) {
+        return applied<D>(in, [&](const Px<L, C>& px, int) { return rule(px); });
+    }
+    template <class D, class S, int C, int N>
+    MOX_INLINE auto apply(const Block<S, C, N>& in, ptrdiff_t x) const requires(asksForColumns<C, N>) {
+        return applied<D>(
+            in, [&](const Px<L, C>& px, int i) { return rule(px, Columns<N / lanes>{x + i * (L::count / lanes)}); });
+    }
+
+  private:
+    template <class D, class S, int C, int N, class RuleOf>
+    MOX_INLINE static auto applied(const Block<S, C, N>& in, const RuleOf& ruleOf) {
         constexpr int n = N / L::count;
         decltype(spread<L>(in.c[0])) wide[C];
         for (int c = 0; c < C; ++c) wide[c] = spread<L>(in.c[c]);
 
-        const auto ruleOf = [&](const Px<L, C>& px, int i) {
-            using At = Columns<N / lanes>;
-            if constexpr (std::is_invocable_v<const Rule&, const Px<L, C>&, At>)
-                return rule(px, At{x + i * (L::count / lanes)});
-            else
-                return rule(px);
-        };
         using Out = decltype(ruleOf(Px<L, C>{}, 0));
         constexpr int outs = sizeof(Out::c) / sizeof(Out::c[0]);
         std::remove_cvref_t<decltype(Out::c[0])> results[outs][n];
@@ -161,6 +183,8 @@ template <class Rule, class T>
 struct WithFourth {
     Rule rule;
     T value;
+
+    MOX_INLINE static WithFourth of(T value) { return {{}, value}; }
 
     template <class D, class In>
     MOX_INLINE auto apply(const In& in) const {

@@ -1,9 +1,9 @@
 // How pixels lie in memory: each layout reads a block of them from its rows and writes one.
 //
-// A layout says how many row pointers it has (planes), how many bytes of each its n pixels take (bytes), and loads and
-// stores a block of N pixels at column x. A layout that keeps part of what a row held (the alpha of AC4) reads the row
-// when it stores.
+// The concept Layout says what a layout has; LayoutOf has what most have in common.
 #pragma once
+
+#include <concepts>
 
 #include <cstddef>
 #include <cstdint>
@@ -30,12 +30,72 @@ using SrcRows = RowsOf<const uint8_t, n>;
 template <int n>
 using DstRows = RowsOf<uint8_t, n>;
 
+/// A picture in memory: the start of each plane's first row, and the distance to the next. Any step will do, zero and
+/// negative ones included.
+template <class Byte, int n>
+struct Image {
+    Byte* base[n];
+    ptrdiff_t step[n];
+
+    MOX_INLINE RowsOf<Byte, n> row(ptrdiff_t y) const {
+        RowsOf<Byte, n> r;
+        for (int i = 0; i < n; ++i) r.p[i] = base[i] + y * step[i];
+        return r;
+    }
+    /// As a source.
+    MOX_INLINE operator Image<const uint8_t, n>() const requires(!std::is_const_v<Byte>) {
+        Image<const uint8_t, n> source;
+        for (int i = 0; i < n; ++i) source.base[i] = base[i], source.step[i] = step[i];
+        return source;
+    }
+};
+
+/// What most layouts have in common: `planes_` planes in memory, one row of each at a time, all of it read and written.
+/// A layout derives from this and names what is otherwise.
+template <int planes_>
+struct LayoutOf {
+    /// Planes in memory, each with a start and a step.
+    static constexpr int planes = planes_;
+    /// Row pointers that a block is loaded from and stored to, and the rows of pixels that they stand for.
+    static constexpr int rowPointers = planes_;
+    static constexpr int rowsAtOnce = 1;
+    /// A store reads what the rows hold, and keeps part of it.
+    static constexpr bool keepsOld = false;
+    /// Bytes at the end of a row's last column that a load does not need, and that need not exist. Such a layout has a
+    /// loadAtEnd() too, which reads bytes before the block's columns in their place.
+    static constexpr int spareBytes = 0;
+    /// Of so many columns a row has whole numbers, where another row follows without a gap.
+    static constexpr int groupColumns = 1;
+    /// Pixels of a block; 0: those whose narrowest samples fill a vector.
+    static constexpr int blockPixels = 0;
+
+    /// The row pointers of a picture's rows, or groups of rows, as a picture.
+    template <class Byte>
+    MOX_INLINE static Image<Byte, planes> rowsOf(const Image<Byte, planes>& image) {
+        return image;
+    }
+};
+
+/// How pixels lie in memory. A source has load<N>(SrcRows<rowPointers>, x), a destination store<N>(DstRows<rowPointers>, x, block): a
+/// block of N pixels from column x on. What a block is, the layout and the rule agree on: a Block of channels, as a rule.
+template <class L>
+concept Layout = requires(int row, ptrdiff_t pixels) {
+    typename L::Sample;
+    { L::planes } -> std::convertible_to<int>;
+    { L::rowPointers } -> std::convertible_to<int>;
+    { L::rowsAtOnce } -> std::convertible_to<int>;
+    { L::keepsOld } -> std::convertible_to<bool>;
+    { L::spareBytes } -> std::convertible_to<int>;
+    { L::groupColumns } -> std::convertible_to<int>;
+    { L::blockPixels } -> std::convertible_to<int>;
+    { L::bytes(row, pixels) } -> std::same_as<ptrdiff_t>;  // of a row's first pixels
+};
+
 /// C interleaved samples a pixel, of which the first `used` carry colour; the others are not read, and keep what they
 /// held. If the pixels are dealt, the block's vectors are those in memory.
 template <class T, int C, int used = C, bool dealt = false>
-struct Interleaved {
+struct Interleaved : LayoutOf<1> {
     using Sample = T;
-    static constexpr int planes = 1;
     static constexpr int channels = used;
     static constexpr bool keepsOld = used != C;
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * C * ptrdiff_t(sizeof(T)); }
@@ -122,11 +182,9 @@ struct ColoursOf4 : AC4<T> {
 
 /// Interleaved pixels of three samples that are all the same, as a block of one channel: written only.
 template <class T>
-struct Triple {
+struct Triple : LayoutOf<1> {
     using Sample = T;
-    static constexpr int planes = 1;
     static constexpr int channels = 1;
-    static constexpr bool keepsOld = false;
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * 3 * ptrdiff_t(sizeof(T)); }
 
     template <int N>
@@ -146,11 +204,9 @@ struct Triple {
 
 /// One plane a channel.
 template <class T, int C>
-struct Planar {
+struct Planar : LayoutOf<C> {
     using Sample = T;
-    static constexpr int planes = C;
     static constexpr int channels = C;
-    static constexpr bool keepsOld = false;
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return n * ptrdiff_t(sizeof(T)); }
 
     template <int N>
@@ -171,15 +227,15 @@ template <class T>
 using P4 = Planar<T, 4>;
 
 /// A layout with channels 0 and 2 exchanged: rules see R, G, B where memory holds B, G, R.
-template <class Layout>
-struct Reversed : Layout {
+template <class L>
+struct Reversed : L {
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
-        return reversed(Layout::template load<N>(rows, x));
+    MOX_INLINE static auto load(const SrcRows<L::rowPointers>& rows, ptrdiff_t x) {
+        return reversed(L::template load<N>(rows, x));
     }
     template <int N>
-    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, const auto& block) {
-        Layout::template store<N>(rows, x, reversed(block));
+    MOX_INLINE static void store(const DstRows<L::rowPointers>& rows, ptrdiff_t x, const auto& block) {
+        L::template store<N>(rows, x, reversed(block));
     }
 };
 
@@ -190,20 +246,20 @@ struct Reversed : Layout {
 // by itself, or each pair of bytes, need not put them back in line before it is done: its two layouts are Dealt.
 
 /// A layout whose blocks are dealt.
-template <class Layout>
+template <class L>
 struct Dealt;
 template <class T, int C, int used>
 struct Dealt<Interleaved<T, C, used>> : Interleaved<T, C, used, true> {
     static_assert(C == 1 || C == 4);
 };
-template <class Layout>
-struct Dealt<Reversed<Layout>> : Reversed<Dealt<Layout>> {};
+template <class L>
+struct Dealt<Reversed<L>> : Reversed<Dealt<L>> {};
 
 /// Whether a layout is one of pixels of four samples.
-template <class Layout>
-inline constexpr bool fourSamples = Layout::planes == 1 && Layout::bytes(0, 1) == 4 * sizeof(typename Layout::Sample);
+template <class L>
+inline constexpr bool fourSamples = L::planes == 1 && L::bytes(0, 1) == 4 * sizeof(typename L::Sample);
 
-template <bool condition, class Layout>
-using DealtIf = std::conditional_t<condition, Dealt<Layout>, Layout>;
+template <bool condition, class L>
+using DealtIf = std::conditional_t<condition, Dealt<L>, L>;
 
 }  // namespace q4

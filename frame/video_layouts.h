@@ -3,7 +3,7 @@
 // These are layouts like those of frame/layout.h, each to be read and written. A block is a vector of luma for each row
 // of the cells, and the chroma samples of these pixels in the low half of each lane (cells two pixels wide) or its low
 // quarter (cells four wide); what the rest of a chroma vector holds means nothing. The two kinds of chroma are told
-// apart by order only: a kernel that gives or takes them the other way round names Crossed<Layout>.
+// apart by order only: a kernel that gives or takes them the other way round names Crossed<L>.
 //
 // A column that a layout is asked for is the first of a cell. The samples of n pixels are those of n columns of luma,
 // and of all cells that these columns touch; of a packed pair that is cut in half, the first two bytes.
@@ -127,16 +127,28 @@ struct PairedChroma {
 
 /// A plane of luma and chroma beside it. The row pointers are those of the luma rows of a row of cells, then of chroma.
 template <int lumaRows, class Chroma>
-struct LumaPlane {
+struct LumaPlane : LayoutOf<1 + Chroma::planes> {
     using Sample = uint8_t;
-    static constexpr int planes = lumaRows + Chroma::planes;
+    using LayoutOf<1 + Chroma::planes>::planes;
+    static constexpr int rowPointers = lumaRows + Chroma::planes;
+    static constexpr int rowsAtOnce = lumaRows;
     static constexpr int groupColumns = Chroma::cellWidth;
-    static constexpr bool keepsOld = false;
-    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < lumaRows ? n : Chroma::bytes(n); }
+    static constexpr ptrdiff_t bytes(int row, ptrdiff_t n) { return row < lumaRows ? n : Chroma::bytes(n); }
     using BlockType = YccBlock<lumaRows, Chroma::cellWidth>;
 
+    template <class Byte>
+    MOX_INLINE static Image<Byte, rowPointers> rowsOf(const Image<Byte, planes>& image) {
+        Image<Byte, rowPointers> result;
+        for (int i = 0; i < rowPointers; ++i) {
+            const int plane = i < lumaRows ? 0 : i - lumaRows + 1;
+            result.base[i] = image.base[plane] + (plane == 0 ? i * image.step[0] : 0);
+            result.step[i] = image.step[plane] * (plane == 0 ? lumaRows : 1);
+        }
+        return result;
+    }
+
     template <int N>
-    MOX_INLINE static BlockType load(const SrcRows<planes>& rows, ptrdiff_t x) {
+    MOX_INLINE static BlockType load(const SrcRows<rowPointers>& rows, ptrdiff_t x) {
         static_assert(N == lumaPixels);
         BlockType block;
         for (int i = 0; i < lumaRows; ++i) block.y[i] = q4::load<U8>(rows.p[i] + x);
@@ -144,7 +156,7 @@ struct LumaPlane {
         return block;
     }
     template <int N>
-    MOX_INLINE static WideYccBlock<lumaRows> loadWide(const SrcRows<planes>& rows, ptrdiff_t x) {
+    MOX_INLINE static WideYccBlock<lumaRows> loadWide(const SrcRows<rowPointers>& rows, ptrdiff_t x) {
         static_assert(N == lumaPixels);
         WideYccBlock<lumaRows> block;
         for (int i = 0; i < lumaRows; ++i) splitPairs(q4::load<U8>(rows.p[i] + x), block.even[i], block.odd[i]);
@@ -152,7 +164,7 @@ struct LumaPlane {
         return block;
     }
     template <int N>
-    MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const BlockType& block) {
+    MOX_INLINE static void store(const DstRows<rowPointers>& rows, ptrdiff_t x, const BlockType& block) {
         static_assert(N == lumaPixels);
         for (int i = 0; i < lumaRows; ++i) q4::store(rows.p[i] + x, block.y[i]);
         Chroma::store(rows.p + lumaRows, x, block.chroma);
@@ -168,10 +180,8 @@ enum class Order { lumaFirst, chromaFirst };
 
 /// 4:2:2 in one row of bytes that are luma and chroma in turn.
 template <Order order, bool dealt = false>
-struct Packed422 {
+struct Packed422 : LayoutOf<1> {
     using Sample = uint8_t;
-    static constexpr int planes = 1;
-    static constexpr bool keepsOld = false;
     static constexpr int groupColumns = 2;
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return 2 * n; }
     using BlockType = YccBlock<1, 2>;
@@ -255,24 +265,24 @@ using YCbCr422 = Packed422<Order::lumaFirst>;
 using CbYCr422 = Packed422<Order::chromaFirst>;
 
 /// A layout with its two kinds of chroma exchanged.
-template <class Layout>
-struct Crossed : Layout {
+template <Layout L>
+struct Crossed : L {
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
-        auto block = Layout::template load<N>(rows, x);
+    MOX_INLINE static auto load(const SrcRows<L::rowPointers>& rows, ptrdiff_t x) {
+        auto block = L::template load<N>(rows, x);
         std::swap(block.chroma[0], block.chroma[1]);
         return block;
     }
     template <int N>
-    MOX_INLINE static auto loadWide(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
-        auto block = Layout::template loadWide<N>(rows, x);
+    MOX_INLINE static auto loadWide(const SrcRows<L::rowPointers>& rows, ptrdiff_t x) {
+        auto block = L::template loadWide<N>(rows, x);
         std::swap(block.chroma[0], block.chroma[1]);
         return block;
     }
     template <int N>
-    MOX_INLINE static void store(const DstRows<Layout::planes>& rows, ptrdiff_t x, auto block) {
+    MOX_INLINE static void store(const DstRows<L::rowPointers>& rows, ptrdiff_t x, auto block) {
         std::swap(block.chroma[0], block.chroma[1]);
-        Layout::template store<N>(rows, x, block);
+        L::template store<N>(rows, x, block);
     }
 };
 
@@ -290,8 +300,8 @@ struct Dealt<LumaPlane<lumaRows, Chroma>> : LumaPlane<lumaRows, Chroma> {
         Chroma::storeDealt(rows.p + lumaRows, x, block.chroma);
     }
 };
-template <class Layout>
-struct Dealt<Crossed<Layout>> : Crossed<Dealt<Layout>> {};
+template <Layout L>
+struct Dealt<Crossed<L>> : Crossed<Dealt<L>> {};
 
 // ---- pairs of rows --------------------------------------------------------------------------------------------------
 
@@ -307,52 +317,67 @@ MOX_INLINE auto withFourth(const RowPair<Block<T, 3, N>>& in, T value) {
     return RowPair{withFourth(in.row[0], value), withFourth(in.row[1], value)};
 }
 
+/// A picture whose rows are pairs of rows, as TwoRows takes them.
+template <class Byte, int n>
+MOX_INLINE Image<Byte, 2 * n> rowPairs(const Image<Byte, n>& rows) {
+    Image<Byte, 2 * n> pairs;
+    for (int i = 0; i < 2 * n; ++i) {
+        pairs.base[i] = rows.base[i % n] + i / n * rows.step[i % n];
+        pairs.step[i] = 2 * rows.step[i % n];
+    }
+    return pairs;
+}
+
 /// Two rows of any layout at a time. The row pointers are those of the upper row, then those of the lower.
-template <class Layout>
-struct TwoRows {
-    using Row = Layout;
-    using Sample = typename Layout::Sample;
-    static constexpr int planes = 2 * Layout::planes;
-    static constexpr int channels = Layout::channels;
-    static constexpr bool keepsOld = Layout::keepsOld;
-    static constexpr int spareBytes = q4::spareBytes<Layout>;
-    static constexpr int groupColumns = q4::groupColumns<Layout>;
-    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane % Layout::planes, n); }
+template <Layout L>
+struct TwoRows : LayoutOf<L::planes> {
+    using Row = L;
+    using Sample = typename L::Sample;
+    static constexpr int rowPointers = 2 * L::rowPointers;
+    static constexpr int rowsAtOnce = 2;
+    static constexpr int channels = L::channels;
+    static constexpr bool keepsOld = L::keepsOld;
+    static constexpr int spareBytes = L::spareBytes;
+    static constexpr int groupColumns = L::groupColumns;
+    static constexpr ptrdiff_t bytes(int row, ptrdiff_t n) { return L::bytes(row % L::rowPointers, n); }
 
     template <class Byte>
-    MOX_INLINE static RowsOf<Byte, Layout::planes> one(const RowsOf<Byte, planes>& rows, int row) {
-        RowsOf<Byte, Layout::planes> r;
-        for (int i = 0; i < Layout::planes; ++i) r.p[i] = rows.p[row * Layout::planes + i];
+    MOX_INLINE static Image<Byte, rowPointers> rowsOf(const Image<Byte, L::planes>& image) {
+        return rowPairs(image);
+    }
+
+    template <class Byte>
+    MOX_INLINE static RowsOf<Byte, L::rowPointers> one(const RowsOf<Byte, rowPointers>& rows, int row) {
+        RowsOf<Byte, L::rowPointers> r;
+        for (int i = 0; i < L::rowPointers; ++i) r.p[i] = rows.p[row * L::rowPointers + i];
         return r;
     }
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
-        return RowPair{Layout::template load<N>(one(rows, 0), x), Layout::template load<N>(one(rows, 1), x)};
+    MOX_INLINE static auto load(const SrcRows<rowPointers>& rows, ptrdiff_t x) {
+        return RowPair{L::template load<N>(one(rows, 0), x), L::template load<N>(one(rows, 1), x)};
     }
     template <int N>
-    MOX_INLINE static auto loadAtEnd(const SrcRows<planes>& rows, ptrdiff_t x) {
-        return RowPair{Layout::template loadAtEnd<N>(one(rows, 0), x), Layout::template loadAtEnd<N>(one(rows, 1), x)};
+    MOX_INLINE static auto loadAtEnd(const SrcRows<rowPointers>& rows, ptrdiff_t x) {
+        return RowPair{L::template loadAtEnd<N>(one(rows, 0), x), L::template loadAtEnd<N>(one(rows, 1), x)};
     }
     template <int N, class B>
-    MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<B>& pair) {
-        for (int i = 0; i < 2; ++i) Layout::template store<N>(one(rows, i), x, pair.row[i]);
+    MOX_INLINE static void store(const DstRows<rowPointers>& rows, ptrdiff_t x, const RowPair<B>& pair) {
+        for (int i = 0; i < 2; ++i) L::template store<N>(one(rows, i), x, pair.row[i]);
     }
 };
 
-template <class Layout>
-struct Dealt<TwoRows<Layout>> : TwoRows<Dealt<Layout>> {};
+template <Layout L>
+struct Dealt<TwoRows<L>> : TwoRows<Dealt<L>> {};
 
 /// Two columns of any layout of 8-bit channels for each column asked for: the even ones, then the odd.
-template <class Layout>
-struct TwoColumns {
-    using Sample = typename Layout::Sample;
-    static constexpr int planes = Layout::planes;
-    static constexpr bool keepsOld = false;
-    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return Layout::bytes(plane, 2 * n); }
+template <Layout L>
+struct TwoColumns : LayoutOf<L::planes> {
+    using Sample = typename L::Sample;
+    static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return L::bytes(plane, 2 * n); }
 
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
-        const auto wide = Layout::template load<2 * N>(rows, 2 * x);
+    MOX_INLINE static auto load(const SrcRows<L::planes>& rows, ptrdiff_t x) {
+        const auto wide = L::template load<2 * N>(rows, 2 * x);
         RowPair<Block<Sample, wide.channels, N>> pair;
         for (int c = 0; c < wide.channels; ++c) {
             U8 part[2];
@@ -362,20 +387,19 @@ struct TwoColumns {
         return pair;
     }
     template <int N, int C>
-    MOX_INLINE static void store(const DstRows<planes>& rows, ptrdiff_t x, const RowPair<Block<Sample, C, N>>& pair) {
+    MOX_INLINE static void store(const DstRows<L::planes>& rows, ptrdiff_t x,
+                                 const RowPair<Block<Sample, C, N>>& pair) {
         Block<Sample, C, 2 * N> wide;
         for (int c = 0; c < C; ++c) interleave({pair.row[0].c[c].v[0], pair.row[1].c[c].v[0]}, wide.c[c].v);
-        Layout::template store<2 * N>(rows, 2 * x, wide);
+        L::template store<2 * N>(rows, 2 * x, wide);
     }
 };
 
 /// The even columns of planes of bytes; read only. The odd column behind the last need not exist.
 template <int C>
-struct EvenColumns {
+struct EvenColumns : LayoutOf<C> {
     using Sample = uint8_t;
-    static constexpr int planes = C;
     static constexpr int channels = C;
-    static constexpr bool keepsOld = false;
     static constexpr int spareBytes = 1;
     static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return 2 * n; }
 
@@ -397,17 +421,6 @@ struct EvenColumns {
         return load<N, true>(rows, x);
     }
 };
-
-/// A picture whose rows are pairs of rows, as TwoRows takes them.
-template <class Byte, int n>
-MOX_INLINE Image<Byte, 2 * n> rowPairs(const Image<Byte, n>& rows) {
-    Image<Byte, 2 * n> pairs;
-    for (int i = 0; i < 2 * n; ++i) {
-        pairs.base[i] = rows.base[i % n] + i / n * rows.step[i % n];
-        pairs.step[i] = 2 * rows.step[i % n];
-    }
-    return pairs;
-}
 
 /// The planes of both pictures, as one.
 template <class Byte, int n, int m>

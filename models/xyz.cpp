@@ -1,7 +1,7 @@
 // RGB and CIE XYZ: one matrix each way.
 #include "moxcc/xyz.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/cie.h"
 #include "models/samples.h"
 
@@ -97,69 +97,28 @@ template <class L>
 using innerXYZToRGB_32f_C3R = AllColumns<L, L, On<F32, Decode32f>>;
 
 }  // namespace
-}  // namespace q4
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-using namespace q4;
+// clang-format off
+template <> constexpr auto entry<moxiRGBToXYZ_8u_C3R>   = converts<innerRGBToXYZ_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToXYZ_8u_AC4R>  = converts<innerRGBToXYZ_8u_C3R<AC4<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToXYZ_16u_C3R>  = converts<innerRGBToXYZ_16u_C3R<C3<Mox16u>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16u_AC4R> = converts<innerRGBToXYZ_16u_C3R<AC4<Mox16u>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16s_C3R>  = converts<innerRGBToXYZ_16u_C3R<C3<Mox16s>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16s_AC4R> = converts<innerRGBToXYZ_16u_C3R<AC4<Mox16s>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_32f_C3R>  = converts<innerRGBToXYZ_32f_C3R<C3<Mox32f>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_32f_AC4R> = converts<innerRGBToXYZ_32f_C3R<AC4<Mox32f>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_8u_C3R>   = converts<innerXYZToRGB_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiXYZToRGB_8u_AC4R>  = converts<innerXYZToRGB_8u_C3R<AC4<Mox8u>>>;
+template <> constexpr auto entry<moxiXYZToRGB_16u_C3R>  = converts<innerXYZToRGB_16u_C3R<C3<Mox16u>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16u_AC4R> = converts<innerXYZToRGB_16u_C3R<AC4<Mox16u>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16s_C3R>  = converts<innerXYZToRGB_16u_C3R<C3<Mox16s>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16s_AC4R> = converts<innerXYZToRGB_16u_C3R<AC4<Mox16s>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_32f_C3R>  = converts<innerXYZToRGB_32f_C3R<C3<Mox32f>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_32f_AC4R> = converts<innerXYZToRGB_32f_C3R<AC4<Mox32f>>, Steps::wholeSamples>;
+// clang-format on
 
-MoxStatus moxiRGBToXYZ_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_8u_C3R<C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToXYZ_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_8u_C3R<AC4<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToXYZ_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_16u_C3R<C3<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToXYZ_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_16u_C3R<AC4<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToXYZ_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_16u_C3R<C3<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToXYZ_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_16u_C3R<AC4<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToXYZ_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_32f_C3R<C3<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToXYZ_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToXYZ_32f_C3R<AC4<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
-MoxStatus moxiXYZToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_8u_C3R<C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiXYZToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_8u_C3R<AC4<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiXYZToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_16u_C3R<C3<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiXYZToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_16u_C3R<AC4<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiXYZToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_16u_C3R<C3<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiXYZToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_16u_C3R<AC4<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiXYZToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_32f_C3R<C3<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
-MoxStatus moxiXYZToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerXYZToRGB_32f_C3R<AC4<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
+}  // namespace q4
+
+#include "xyz.inc"

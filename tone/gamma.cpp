@@ -153,19 +153,19 @@ struct Samples : Kernel {
 
 /// Two layouts read side by side: the channels of the first, then those of the second.
 template <class A, class B>
-struct Beside {
+struct Beside : LayoutOf<A::planes + B::planes> {
     using Sample = typename A::Sample;
-    static constexpr int planes = A::planes + B::planes;
+    using LayoutOf<A::planes + B::planes>::rowPointers;
     static constexpr int channels = A::channels + B::channels;
     static constexpr ptrdiff_t bytes(int i, ptrdiff_t n) {
         return i < A::planes ? A::bytes(i, n) : B::bytes(i - A::planes, n);
     }
 
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<planes>& rows, ptrdiff_t x) {
-        SrcRows<A::planes> aRows;
-        SrcRows<B::planes> bRows;
-        for (int i = 0; i < planes; ++i) (i < A::planes ? aRows.p[i] : bRows.p[i - A::planes]) = rows.p[i];
+    MOX_INLINE static auto load(const SrcRows<rowPointers>& rows, ptrdiff_t x) {
+        SrcRows<A::rowPointers> aRows;
+        SrcRows<B::rowPointers> bRows;
+        for (int i = 0; i < rowPointers; ++i) (i < A::planes ? aRows.p[i] : bRows.p[i - A::planes]) = rows.p[i];
         const auto a = A::template load<N>(aRows, x);
         const auto b = B::template load<N>(bRows, x);
         Block<Sample, channels, N> both;

@@ -224,13 +224,12 @@ bool isAligned(const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& 
 
 /// Two rows of luma, and chroma at every column: of the second of a pair it is the mean with the next pair. Chroma comes
 /// as rows of the pairs' own samples and of the next pairs'.
-struct PairsWithNext {
+struct PairsWithNext : LayoutOf<6> {  // two of luma, Cr, next Cr, Cb, next Cb
     using Sample = Mox8u;
-    static constexpr int planes = 6;  // two of luma, Cr, next Cr, Cb, next Cb
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < 2 ? n : n / 2; }
 
     template <int N>
-    MOX_INLINE static YccBlock<2, 1> load(const SrcRows<planes>& rows, ptrdiff_t x) {
+    MOX_INLINE static YccBlock<2, 1> load(const SrcRows<rowPointers>& rows, ptrdiff_t x) {
         const auto chroma = [&](int plane) {
             const U8 own = loadHalf<U8>(rows.p[plane] + x / 2), next = loadHalf<U8>(rows.p[plane + 1] + x / 2);
             return unpackLo<8>(own, avg(own, next));

@@ -38,7 +38,7 @@ struct OnCells {
 template <class Layout>
 struct Wide : Layout {
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+    MOX_INLINE static auto load(const SrcRows<Layout::rowPointers>& rows, ptrdiff_t x) {
         return Layout::template loadWide<N>(rows, x);
     }
 };
@@ -60,7 +60,8 @@ struct Decode {
         else
             return OnCells<Rule>{};
     }
-    MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+    MOX_INLINE void row(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst,
+                        ptrdiff_t width) const {
         const auto below = colours<Below>();
         const auto above = colours<Above>();
         constexpr bool dealt = Src_::planes == 1 && fourSamples<Dst>;
@@ -72,7 +73,7 @@ struct Decode {
 /// The last column of an odd width is not written.
 template <class Kernel>
 struct WholePairs : Kernel {
-    MOX_INLINE void row(const SrcRows<Kernel::Src::planes>& src, const DstRows<Kernel::Dst::planes>& dst,
+    MOX_INLINE void row(const SrcRows<Kernel::Src::rowPointers>& src, const DstRows<Kernel::Dst::rowPointers>& dst,
                         ptrdiff_t width) const {
         Kernel::row(src, dst, width & -2);
     }
@@ -80,8 +81,8 @@ struct WholePairs : Kernel {
 
 /// The rows of a layout from column x on.
 template <class Layout, class Byte>
-MOX_INLINE auto fromColumn(RowsOf<Byte, Layout::planes> rows, ptrdiff_t x) {
-    for (int i = 0; i < Layout::planes; ++i) rows.p[i] += Layout::bytes(i, x);
+MOX_INLINE auto fromColumn(RowsOf<Byte, Layout::rowPointers> rows, ptrdiff_t x) {
+    for (int i = 0; i < Layout::rowPointers; ++i) rows.p[i] += Layout::bytes(i, x);
     return rows;
 }
 
@@ -94,7 +95,7 @@ struct WithOddPixel : Kernel {
         static constexpr ptrdiff_t bytes(int, ptrdiff_t n) { return 2 * ((n + 1) & -2); }
     };
 
-    MOX_INLINE void row(const SrcRows<1>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+    MOX_INLINE void row(const SrcRows<1>& src, const DstRows<Dst::rowPointers>& dst, ptrdiff_t width) const {
         const ptrdiff_t x = width & -2;
         Kernel::row(src, dst, x);
         if (x == width) return;

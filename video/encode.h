@@ -163,7 +163,8 @@ struct Encode {
     static constexpr int cellWidth = Dst::BlockType::cellWidth;
     using Src = std::conditional_t<cellRows == 2, TwoRows<Pixels>, Pixels>;
 
-    MOX_INLINE void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+    MOX_INLINE void row(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst,
+                        ptrdiff_t width) const {
         const ptrdiff_t whole = width & -cellWidth, limit = Limit::limit(whole);
         columns<Below>(src, dst, 0, limit);
         columns<Above>(src, dst, limit, whole);
@@ -172,8 +173,8 @@ struct Encode {
 
   private:
     template <class Rules>
-    MOX_INLINE static void columns(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t x,
-                                   ptrdiff_t end) {
+    MOX_INLINE static void columns(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst,
+                                   ptrdiff_t x, ptrdiff_t end) {
         constexpr bool dealt = fourSamples<Pixels> && cellWidth == 2;
         span<DealtIf<dealt, Src>, DealtIf<dealt, Dst>>(src, dst, x, end, Cells<cellWidth, Rules>{});
     }
@@ -182,7 +183,7 @@ struct Encode {
 /// Runs a kernel over all rows of cells. 4:2:0 and 4:1:1 warn of pixels that are in no whole cell.
 template <class Kernel, int n>
 MoxStatus encodeCells(const Kernel& kernel, const Image<const uint8_t, n>& src,
-                      const Image<uint8_t, Kernel::Dst::planes>& dst, MoxiSize size) {
+                      const Image<uint8_t, Kernel::Dst::rowPointers>& dst, MoxiSize size) {
     constexpr int cellRows = Kernel::cellRows, cellWidth = Kernel::cellWidth;
     if constexpr (cellRows == 2)
         eachRow(kernel, rowPairs(src), dst, {size.width, size.height / 2});
@@ -200,8 +201,7 @@ inline constexpr PlanesTested planesFirst = PlanesTested::beforeSize;
 template <class Kernel, PlanesTested tested = PlanesTested::afterSize, class S, class D, class DstStep>
 MoxStatus encode(S* src, int32_t srcStep, D* dst, DstStep dstStep, MoxiSize roiSize, MoxiSize smallest = {1, 1}) {
     using Dst = typename Kernel::Dst;
-    constexpr int dstPlanes = Dst::planes - (Kernel::cellRows - 1);  // luma has a row pointer for each row
-    if (MoxStatus s = checkPicture<tested, Kernel::Pixels::planes, dstPlanes>(src, dst, roiSize, smallest)) return s;
+    if (MoxStatus s = checkPicture<tested, Kernel::Pixels::planes, Dst::planes>(src, dst, roiSize, smallest)) return s;
     const auto from = imageOf<typename Kernel::Pixels>(src, srcStep);
     if constexpr (Kernel::cellRows == 2)
         return encodeCells(Kernel{}, from, cells420(dst, dstStep), roiSize);

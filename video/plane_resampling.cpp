@@ -62,17 +62,17 @@ struct WithNextColumn {
     using Dst = Dst_;
     using Both = TwoRows<Src>;
 
-    void row(const SrcRows<Src::planes>& src, const DstRows<Dst::planes>& dst, ptrdiff_t width) const {
+    void row(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst, ptrdiff_t width) const {
         const ptrdiff_t limit = (width - 1) & -16, rest = width - limit;  // 1 to 16 columns
-        NextColumns copies[Src::planes];
-        SrcRows<Src::planes> next, end, endNext;
-        for (int i = 0; i < Src::planes; ++i) {
+        NextColumns copies[Src::rowPointers];
+        SrcRows<Src::rowPointers> next, end, endNext;
+        for (int i = 0; i < Src::rowPointers; ++i) {
             next.p[i] = src.p[i] + 1;
             end.p[i] = src.p[i] + limit;
             endNext.p[i] = copies[i].of(end.p[i], rest);
         }
-        DstRows<Dst::planes> dstEnd;
-        for (int i = 0; i < Dst::planes; ++i) dstEnd.p[i] = dst.p[i] + Dst::bytes(i, limit);
+        DstRows<Dst::rowPointers> dstEnd;
+        for (int i = 0; i < Dst::rowPointers; ++i) dstEnd.p[i] = dst.p[i] + Dst::bytes(i, limit);
         span<Both, Dst>(join(src, next), dst, 0, limit, Rule<Up>{});
         span<Both, Dst>(join(end, endNext), dstEnd, 0, rest, Rule<Down>{});
     }

@@ -12,11 +12,9 @@ namespace {
 /// Four words hold a group of six pixels, three 10-bit samples a word: Y, or Y, Cb and Cr with each pair's chroma for
 /// both of its pixels. A lane of a block is four groups, which fill whole vectors of samples.
 template <int C>
-struct V210 {
+struct V210 : LayoutOf<1> {
     using Sample = uint16_t;
-    static constexpr int planes = 1;
     static constexpr int channels = C;
-    static constexpr bool keepsOld = false;
     static constexpr int groupColumns = 6;
     static constexpr int blockPixels = lanes * 4 * groupColumns;
 

@@ -186,7 +186,7 @@ struct ownRGBToCbYCr422_8u_C3C2R : ToFilteredCbYCr422<RGB> {
 template <class Layout>
 struct GammaCorrected : Layout {
     template <int N>
-    MOX_INLINE static auto load(const SrcRows<Layout::planes>& rows, ptrdiff_t x) {
+    MOX_INLINE static auto load(const SrcRows<Layout::rowPointers>& rows, ptrdiff_t x) {
         auto block = Layout::template load<N>(rows, x);
         for (auto& channel : block.c) channel.v[0] = lookUp(tableFwd8u, channel.v[0]);
         return block;
