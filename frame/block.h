@@ -178,6 +178,26 @@ MOX_INLINE Block<T, C, N> reversed(const Block<T, C, N>& in) {
     return out;
 }
 
+/// The rule that changes nothing.
+struct Unchanged {
+    template <class D, class In>
+    MOX_INLINE In apply(const In& in) const {
+        return in;
+    }
+};
+
+/// A rule on the first three channels; the fourth is copied.
+template <class Rule>
+struct FourthCopied {
+    Rule rule;
+
+    template <class D, int N>
+    MOX_INLINE Block<D, 4, N> apply(const Block<D, 4, N>& in) const {
+        const Block<D, 3, N> out = rule.template apply<D>(Block<D, 3, N>{{in.c[0], in.c[1], in.c[2]}});
+        return {{out.c[0], out.c[1], out.c[2], in.c[3]}};
+    }
+};
+
 /// A rule of three results, and a fourth that is the same for all pixels.
 template <class Rule, class T>
 struct WithFourth {

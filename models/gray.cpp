@@ -76,14 +76,6 @@ struct GrayDoublePairs {
     }
 };
 
-/// The sample as it is, for a layout that repeats it.
-struct Unchanged {
-    template <class D, class T, int N>
-    MOX_INLINE Block<T, 1, N> apply(const Block<T, 1, N>& in) const {
-        return in;
-    }
-};
-
 /// Every channel is the sample.
 struct Spread {
     template <class D, class T, int N>

@@ -7,18 +7,6 @@
 namespace q4 {
 namespace {
 
-// ---- rules ----------------------------------------------------------------------------------------------------------
-
-/// A rule on the first three channels; the fourth is copied.
-template <class Rule>
-struct FourthCopied {
-    template <class D, int N>
-    MOX_INLINE Block<D, 4, N> apply(const Block<D, 4, N>& in) const {
-        const Block<D, 3, N> out = Rule{}.template apply<D>(Block<D, 3, N>{{in.c[0], in.c[1], in.c[2]}});
-        return {{out.c[0], out.c[1], out.c[2], in.c[3]}};
-    }
-};
-
 // ---- kernels: source, destination, columns of the first rule, first rule, rule of the rest --------------------------
 
 using innerRGBToYUV_8u_C3R = Split<C3<Mox8u>, C3<Mox8u>, 16, On<I16, UF3>, On<I16, UF2>>;

@@ -321,7 +321,7 @@ MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcY
     const auto src = twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep);
     const auto dst = threePlanes(dstPlanes, dstSteps);
     return doubleChromaRows(src, dst, roiSize, [&](MoxiSize size) {
-        eachRow(AllColumns<ChromaPairs, ChromaPlanes, Keep>{}, src.chroma(), evenRows(dst.chroma()), size);
+        eachRow(AllColumns<ChromaPairs, ChromaPlanes, Unchanged>{}, src.chroma(), evenRows(dst.chroma()), size);
         for (int i = 1; i < 3; ++i) filterPlane(evenRows(dst.plane(i)), dst.plane(i), size);
     });
 }

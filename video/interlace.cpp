@@ -74,7 +74,7 @@ using MergeRows = AllColumns<TwoRows<Src>, Dst, Merge>;
 template <class SrcLayout, class DstLayout, class Src>
 void interpolateRows(const Interpolate& rule, const Src& src, const Image<uint8_t, DstLayout::planes>& dst,
                      MoxiSize size) {
-    const AllColumns<SrcLayout, DstLayout, Keep> copy;
+    const AllColumns<SrcLayout, DstLayout, Unchanged> copy;
     const AllColumns<TwoRows<SrcLayout>, TwoRows<DstLayout>, Interpolate> between = {rule};
     const ptrdiff_t last = size.height - 1;
     copy.row(src(0, 0), dst.row(0), size.width);

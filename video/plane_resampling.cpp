@@ -81,7 +81,7 @@ struct WithNextColumn {
 // Kernel, source, destination, columns that round up, rules.
 using yvu411toyuv420_sse2_asm = WithNextColumn<Sample, TwoColumns<Sample>, Between>;
 using yuv420toyuv411_sse2_asm = Split<TwoRows<EvenColumns<1>>, TwoRows<Sample>, 32, Between<Up>, Between<Down>>;
-using yuv420toyuv1620_sse2_asm = AllColumns<EvenColumns<1>, Sample, Keep>;
+using yuv420toyuv1620_sse2_asm = AllColumns<EvenColumns<1>, Sample, Unchanged>;
 using yvu1620toyuv420_sse2_asm = WithNextColumn<TwoRows<Sample>, TwoRows<TwoColumns<Sample>>, BetweenFour>;
 using yvu1620toyuv420LastRow = WithNextColumn<Sample, TwoRows<TwoColumns<Sample>>, BetweenLast>;
 

@@ -78,13 +78,13 @@ struct Chroma {
 template <class From, class To>
 struct ChromaOf;
 // clang-format off
-template <class S> struct ChromaOf<S, S>       : Chroma<Row,        Row,     Keep> {};
-template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow,    Row,     Keep> {};
-template <>        struct ChromaOf<S420, S422> : Chroma<RowForTwo,  Row,     Keep> {};
-template <>        struct ChromaOf<S422, S411> : Chroma<EvenColumn, Row,     Keep> {};
+template <class S> struct ChromaOf<S, S>       : Chroma<Row,        Row,     Unchanged> {};
+template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow,    Row,     Unchanged> {};
+template <>        struct ChromaOf<S420, S422> : Chroma<RowForTwo,  Row,     Unchanged> {};
+template <>        struct ChromaOf<S422, S411> : Chroma<EvenColumn, Row,     Unchanged> {};
 template <>        struct ChromaOf<S411, S422> : Chroma<Row,        Columns, Twice> {};
-template <>        struct ChromaOf<S411, S420> : Chroma<Rows,       Columns, Keep> {};
-template <>        struct ChromaOf<S420, S411> : Chroma<Columns,    Rows,    Keep> {};
+template <>        struct ChromaOf<S411, S420> : Chroma<Rows,       Columns, Unchanged> {};
+template <>        struct ChromaOf<S420, S411> : Chroma<Columns,    Rows,    Unchanged> {};
 // clang-format on
 
 template <class From, class To, class Src, class Dst>
@@ -103,7 +103,7 @@ void convertPlanes(const Src& src, const Dst& dst, MoxiSize size) {
 // Luma and chroma go together, a row of luma with the chroma row of its cells.
 
 template <class From, class To>
-struct Recode : Keep {};
+struct Recode : Unchanged {};
 template <>
 struct Recode<S422, S411> {
     template <class D>

@@ -140,12 +140,6 @@ MOX_INLINE MoxStatus copyPlane(const Image<const Byte, 1>& src, const Image<Byte
 
 // ---- rules that move samples ----------------------------------------------------------------------------------------
 
-struct Keep {
-    template <class D, class B>
-    MOX_INLINE B apply(const B& in) const {
-        return in;
-    }
-};
 struct Twice {
     template <class D, class B>
     MOX_INLINE RowPair<B> apply(const B& in) const {

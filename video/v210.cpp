@@ -71,13 +71,6 @@ struct V210 : LayoutOf<1> {
 
 // ---- rules ----------------------------------------------------------------------------------------------------------
 
-struct Same {
-    template <class D, class T, int C, int N>
-    MOX_INLINE Block<T, C, N> apply(const Block<T, C, N>& in) const {
-        return in;
-    }
-};
-
 /// Bits 11 to 15, 5 to 10, 0 to 4. The 10-bit values are limited to the fields without scaling.
 MOX_INLINE I32 pack565(I32 high, I32 middle, I32 low) {
     const auto limited = [](I32 v, int most) { return min(max(v, zero<I32>()), splat<I32>(most)); };
@@ -100,7 +93,7 @@ struct Colour709 {
 
 // ---- kernels and entries --------------------------------------------------------------------------------------------
 
-using Gray = AllColumns<V210<1>, C1<Mox16u>, Same>;
+using Gray = AllColumns<V210<1>, C1<Mox16u>, Unchanged>;
 template <bool redHigh>
 using Colour = AllColumns<V210<3>, C1<Mox16u>, On<F32, Colour709<redHigh>>>;
 
