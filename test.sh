@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-need cmake ninja-build gcc g++ libgtest-dev libpng-dev
+need cmake ninja-build gcc g++ libgtest-dev libpng-dev python3
 
 jobs=$(nproc)
 passed=0

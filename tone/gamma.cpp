@@ -5,7 +5,7 @@
 
 #include "frame/convert.h"
 #include "math/powx.h"
-#include "tone/gamma_tables.h"
+#include "math/gamma_tables.h"
 
 namespace q4 {
 namespace {

@@ -21,7 +21,7 @@ void table(const char* type, const char* name, double (*curve)(double), int top)
 }  // namespace
 
 int main() {
-    std::puts("#include \"tone/gamma_tables.h\"\n\nnamespace q4 {\n");
+    std::puts("#include \"math/gamma_tables.h\"\n\nnamespace q4 {\n");
     table("Mox8u", "tableFwd8u", forward, 255);
     table("Mox8u", "tableInv8u", inverse, 255);
     table("Mox16u", "tableFwd16u", forward, 65535);

@@ -1,7 +1,7 @@
 // RGB and BGR to subsampled YCbCr of BT.601, studio range: 4:2:2, 4:2:0 and 4:1:1.
 #include "moxcc/ycbcr_encode.h"
 
-#include "tone/gamma_tables.h"
+#include "math/gamma_tables.h"
 #include "video/encode.h"
 
 namespace q4 {
