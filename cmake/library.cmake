@@ -13,7 +13,8 @@ set(generated ${PROJECT_BINARY_DIR}/generated)
 file(MAKE_DIRECTORY ${generated})
 foreach(name gamma_tables powx_data)
     add_executable(${name} ${PROJECT_SOURCE_DIR}/tools/${name}.cpp)
-    add_custom_command(OUTPUT ${generated}/${name}.cpp COMMAND ${name} > ${generated}/${name}.cpp VERBATIM)
+    add_custom_command(OUTPUT ${generated}/${name}.cpp COMMAND ${name} > ${generated}/${name}.cpp
+        DEPENDS ${name} VERBATIM)
     list(APPEND MOXCC_TABLES ${generated}/${name}.cpp)
 endforeach()
 
@@ -29,7 +30,7 @@ add_executable(symbols ${PROJECT_SOURCE_DIR}/tools/symbols.cpp)
 add_custom_command(OUTPUT ${generated}/symbols.stamp BYPRODUCTS ${MOXCC_SYMBOLS}
     COMMAND symbols ${symbols} ${MOXCC_PROTOTYPES} -- ${MOXCC_SOURCES}
     COMMAND ${CMAKE_COMMAND} -E touch ${generated}/symbols.stamp
-    DEPENDS ${MOXCC_PROTOTYPES} ${MOXCC_SOURCES} VERBATIM)
+    DEPENDS symbols ${MOXCC_PROTOTYPES} ${MOXCC_SOURCES} VERBATIM)
 
 add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES} ${generated}/symbols.stamp)
 
