@@ -1,7 +1,10 @@
 #!/bin/sh
-# ./bench.sh [--markdown] [regex] [WIDTHxHEIGHT ...]
+# ./bench.sh [--data] [regex] [WIDTHxHEIGHT ...]
 # Installs what is missing, builds the benchmarks and prints the table for the rows that match, at 1280x720 by default.
-# With --markdown, at three sizes and as a page: ./bench.sh --markdown >docs/measurements.md
+# With --data, at three sizes and as data, of which ./docs.sh makes tables and charts:
+#
+#   ./bench.sh --data >docs/measurements/amd-epyc.tsv
+#   tools/measurements.py readme
 set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh

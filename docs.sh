@@ -6,10 +6,11 @@ set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-need doxygen
+need doxygen python3 python3-matplotlib
 
 rm -rf build/docs
-mkdir -p build/docs
+mkdir -p build/docs/pages
+tools/measurements.py page build/docs/pages
 doxygen docs/Doxyfile
 
 # The tag file names every documented function. An export whose paragraph is missing, or a paragraph without its export:

@@ -1,5 +1,5 @@
-// moxcc_bench [--markdown] [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches,
-// at 1280x720 if no size is given; with --markdown at three sizes, as a page of the documentation.
+// moxcc_bench [--data] [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches, at
+// 1280x720 if no size is given; with --data at three sizes, as lines of data.
 //
 // A row's contenders run as Google Benchmark repetitions in random order, so that a burst of other work on the machine
 // hits all alike; the best repetition of each counts. Times are processor time of the one thread.
@@ -36,7 +36,7 @@ constexpr char compiler[] = __VERSION__;
 #else
 constexpr char compiler[] = "gcc " __VERSION__;
 #endif
-const std::string kSse42 = "SSE4.2", kAvx2 = "AVX2", kMemcpy = "memcpy";
+const std::string kCopy = "copy";
 
 // Keeps the best time of each contender, in seconds.
 class BestTimes : public benchmark::BenchmarkReporter {
@@ -67,7 +67,7 @@ struct LibraryFile {
 };
 
 std::vector<LibraryFile> openLibraries() {
-    std::vector<LibraryFile> files{{kSse42, MOXCC_FILE_SSE42, nullptr}, {kAvx2, MOXCC_FILE_AVX2, nullptr}};
+    std::vector<LibraryFile> files{{"SSE4.2", MOXCC_FILE_SSE42, nullptr}, {"AVX2", MOXCC_FILE_AVX2, nullptr}};
     if (!__builtin_cpu_supports("avx2")) files.pop_back();
     for (LibraryFile& file : files) {
         file.handle = dlopen(file.path, RTLD_NOW | RTLD_LOCAL);
@@ -99,28 +99,31 @@ Run memcpyRun(const Picture& src, const Picture& dst) {
     };
 }
 
-// The table, in Markdown: one line per row and size as soon as it is measured, and a summary at the end.
+// The figures: for a person a table, one line per row and size as soon as it is measured, and a summary at the end; or the
+// lines of data that docs/measurements/ keeps, with the machine they come from.
 class Report {
   public:
-    // What makes a page of the documentation of the table.
-    void title() const {
-        std::string processor = "unknown processor", line;
-        for (std::ifstream info("/proc/cpuinfo"); std::getline(info, line);)
-            if (line.starts_with("model name")) processor = line.substr(line.find(':') + 2);
-        char today[16];
-        const std::time_t now = std::time(nullptr);
-        std::strftime(today, sizeof today, "%Y-%m-%d", std::localtime(&now));
-        std::printf("# Measurements {#measurements}\n\n");
-        std::printf("Written by `./bench.sh --markdown` on %s: one core of %s; compiler %s%s.\n", today,
-                    processor.c_str(), compiler, peerVersions().c_str());
-        std::printf("@ref performance says how to read it.\n\n");
-    }
-
-    void header() const {
-        tableLine("MPix/s, best of the run", "size", "SSE4.2", "AVX2", "peers", "SSE4.2/peer", "AVX2/peer",
-                  "AVX2/copy");
-        tableLine(std::string(46, '-'), std::string(9, '-'), std::string(7, '-'), std::string(7, '-'),
-                  std::string(44, '-'), std::string(11, '-'), std::string(9, '-'), std::string(9, '-'));
+    Report(const std::vector<LibraryFile>& files, bool data) : data_(data) {
+        for (const LibraryFile& file : files) files_.push_back(file.name);
+        if (data_) {
+            std::string processor = "unknown processor", line;
+            for (std::ifstream info("/proc/cpuinfo"); std::getline(info, line);)
+                if (line.starts_with("model name")) processor = line.substr(line.find(':') + 2);
+            char today[16];
+            const std::time_t now = std::time(nullptr);
+            std::strftime(today, sizeof today, "%Y-%m-%d", std::localtime(&now));
+            std::printf("# processor\t%s\n# date\t%s\n# compiler\t%s\n# with\t%s\n", processor.c_str(), today, compiler,
+                        peerVersions().c_str());
+            return;
+        }
+        std::vector<std::string> names = {"MPix/s, best of the run", "size"}, rule;
+        for (const std::string& file : files_) names.push_back(file);
+        names.push_back("peers");
+        for (const std::string& file : files_) names.push_back(file + "/peer");
+        names.push_back(files_.back() + "/copy");
+        tableLine(names);
+        for (size_t i = 0; i < names.size(); ++i) rule.emplace_back(width(i), '-');
+        tableLine(rule);
     }
 
     void line(const Row& row, MoxiSize size, const BestTimes& best) {
@@ -130,26 +133,33 @@ class Report {
             return found == best.times.end() ? NAN : found->second;
         };
         const auto speed = [&](const std::string& name) { return text("%.0f", pixels / time(name) * 1e-6); };
+        const std::string sizeText = std::to_string(size.width) + "x" + std::to_string(size.height);
+        failed_ = failed_ || !best.errors.empty();
+        for (const auto& [name, error] : best.errors)
+            std::fprintf(stderr, "%s: %s: %s\n", row.name.c_str(), name.c_str(), error.c_str());
 
+        if (data_) {
+            std::printf("%s\t%s", row.name.c_str(), sizeText.c_str());
+            for (const auto& [name, t] : best.times) std::printf("\t%s=%s", name.c_str(), speed(name).c_str());
+            std::printf("\n");
+            std::fflush(stdout);
+            return;
+        }
         double peer = NAN;
         std::string peers;
         for (const auto& [name, t] : best.times) {
-            if (name == kSse42 || name == kAvx2 || name == kMemcpy) continue;
+            if (name == kCopy || std::ranges::find(files_, name) != files_.end()) continue;
             peers += (peers.empty() ? "" : ", ") + name + " " + speed(name);
             peer = std::fmin(peer, t);
         }
-        const std::string sizeText = std::to_string(size.width) + "x" + std::to_string(size.height);
-        tableLine(row.name, sizeText, speed(kSse42), speed(kAvx2), peers, text("%.2f", peer / time(kSse42)),
-                  text("%.2f", peer / time(kAvx2)), text("%.0f%%", 100 * time(kMemcpy) / time(kAvx2)));
-        if (!best.errors.empty()) {
-            std::printf("   ");
-            for (const auto& [name, error] : best.errors) std::printf(" %s: %s;", name.c_str(), error.c_str());
-            std::printf("\n");
-        }
-        std::fflush(stdout);
+        std::vector<std::string> cells = {row.name, sizeText};
+        for (const std::string& file : files_) cells.push_back(speed(file));
+        cells.push_back(peers);
+        for (const std::string& file : files_) cells.push_back(text("%.2f", peer / time(file)));
+        cells.push_back(text("%.0f%%", 100 * time(kCopy) / time(files_.back())));
+        tableLine(cells);
 
-        failed_ = failed_ || !best.errors.empty();
-        const double ratio = peer / time(kAvx2);
+        const double ratio = peer / time(files_.back());
         if (std::isnan(ratio)) return;
         logSum_ += std::log(ratio);
         ++compared_;
@@ -158,8 +168,8 @@ class Report {
 
     bool summary() const {
         if (compared_ > 0) {
-            std::printf("\n%d rows with a peer: AVX2 is %.2f times the best peer in the geometric mean", compared_,
-                        std::exp(logSum_ / compared_));
+            std::printf("\n%d rows with a peer: %s is %.2f times the best peer in the geometric mean", compared_,
+                        files_.back().c_str(), std::exp(logSum_ / compared_));
             std::printf(slower_.empty() ? ", slower in none\n" : ", slower in %zu:\n\n", slower_.size());
             for (const std::string& row : slower_) std::printf("    %s\n", row.c_str());
         }
@@ -167,9 +177,18 @@ class Report {
     }
 
   private:
-    template <class... Cells>
-    static void tableLine(const Cells&... cells) {
-        std::printf("| %-46s | %9s | %7s | %7s | %-44s | %11s | %9s | %9s |\n", std::string(cells).c_str()...);
+    // The columns are the row, the size, the files, the peers, then ratios.
+    size_t width(size_t column) const {
+        const size_t peers = 2 + files_.size();
+        return column == 0 ? 46 : column == 1 ? 9 : column < peers ? 7 : column == peers ? 44 : 12;
+    }
+    void tableLine(const std::vector<std::string>& cells) const {
+        for (size_t i = 0; i < cells.size(); ++i) {
+            const bool words = i == 0 || i == 2 + files_.size();
+            std::printf(words ? "| %-*s " : "| %*s ", int(width(i)), cells[i].c_str());
+        }
+        std::puts("|");
+        std::fflush(stdout);
     }
 
     static std::string text(const char* format, double value) {
@@ -179,6 +198,8 @@ class Report {
         return buffer;
     }
 
+    std::vector<std::string> files_;  // of the library, by name, the widest last
+    bool data_;
     double logSum_ = 0;
     int compared_ = 0;
     std::vector<std::string> slower_;
@@ -208,7 +229,7 @@ void measure(const Row& row, MoxiSize size, const std::vector<LibraryFile>& file
             std::fprintf(stderr, "%s: %s cannot: %s\n", row.name.c_str(), peer.name.c_str(), error.what());
         }
     }
-    addContender(kMemcpy, memcpyRun(src, dst));
+    addContender(kCopy, memcpyRun(src, dst));
     benchmark::RunSpecifiedBenchmarks(&best, "all");
     report.line(row, size, best);
 }
@@ -223,14 +244,14 @@ int benchMain(int argc, char** argv) {
     int count = int(arguments.size());
     benchmark::Initialize(&count, arguments.data());
 
-    bool markdown = false;
+    bool data = false;
     std::regex wanted(".");
     std::vector<MoxiSize> sizes;
     for (int i = 1; i < count; ++i) {
         MoxiSize size;
         int length = 0;
-        if (!std::strcmp(arguments[size_t(i)], "--markdown")) {
-            markdown = true;
+        if (!std::strcmp(arguments[size_t(i)], "--data")) {
+            data = true;
         } else if (std::sscanf(arguments[size_t(i)], "%dx%d%n", &size.width, &size.height, &length) == 2 &&
                    arguments[size_t(i)][length] == 0 && size.width > 0 && size.height > 0) {
             sizes.push_back(size);
@@ -240,17 +261,14 @@ int benchMain(int argc, char** argv) {
     }
     if (sizes.empty()) {
         sizes = {{1280, 720}};
-        if (markdown)
-            sizes = {{64, 64}, {1280, 720}, {3840, 2160}};  // what a call costs, a picture, what memory allows
+        if (data) sizes = {{64, 64}, {1280, 720}, {3840, 2160}};  // what a call costs, a picture, what memory allows
     }
 
 #if MOXCC_BENCH_OPENCV
     cv::setNumThreads(1);
 #endif
     const std::vector<LibraryFile> files = openLibraries();
-    Report report;
-    if (markdown) report.title();
-    report.header();
+    Report report(files, data);
     for (const Row& row : allRows()) {
         if (!std::regex_search(row.name, wanted)) continue;
         for (const MoxiSize size : sizes) measure(row, size, files, report);

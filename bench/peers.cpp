@@ -21,7 +21,7 @@ std::string peerVersions() {
 #if MOXCC_BENCH_SWSCALE
     versions += ", libswscale " AV_STRINGIFY(LIBSWSCALE_VERSION);
 #endif
-    return versions;
+    return versions.empty() ? versions : versions.substr(2);
 }
 
 #if MOXCC_BENCH_OPENCV

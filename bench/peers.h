@@ -12,7 +12,7 @@
 
 namespace bench {
 
-// ", OpenCV 4.6.0, ..."
+// "OpenCV 4.6.0, ..."
 std::string peerVersions();
 
 // A peer without preparation: function(src, dst) does all the work.
