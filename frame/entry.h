@@ -50,6 +50,7 @@ struct AtLeast {
 
 /// How steps count.
 enum class Steps { bytes, wholeSamples };
+inline constexpr Steps inSamples = Steps::wholeSamples;  // a step in bytes is rounded down to whole samples
 
 /// The option of a type, of a line's options, or what is usual.
 template <class Option>

@@ -76,8 +76,9 @@ struct LayoutOf {
     }
 };
 
-/// How pixels lie in memory. A source has load<N>(SrcRows<rowPointers>, x), a destination store<N>(DstRows<rowPointers>, x, block): a
-/// block of N pixels from column x on. What a block is, the layout and the rule agree on: a Block of channels, as a rule.
+/// How pixels lie in memory. A source has load<N>(SrcRows<rowPointers>, x), which gives a block of N pixels from column
+/// x on; a destination has store<N>(DstRows<rowPointers>, x, block). What a block is, layout and rule agree on: as a rule
+/// a Block of channels.
 template <class L>
 concept Layout = requires(int row, ptrdiff_t pixels) {
     typename L::Sample;
@@ -238,6 +239,10 @@ struct Reversed : L {
         L::template store<N>(rows, x, reversed(block));
     }
 };
+
+/// Three channels with blue first.
+template <class T>
+using Bgr = Reversed<C3<T>>;
 
 // ---- dealt pixels ---------------------------------------------------------------------------------------------------
 //

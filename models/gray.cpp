@@ -1,7 +1,7 @@
 // Gray: weighted sums of the colour channels, and gray spread to the channels.
 #include "moxcc/gray.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/samples.h"
 #include "simd/control.h"
 
@@ -10,14 +10,27 @@ namespace {
 
 // ---- rules ----------------------------------------------------------------------------------------------------------
 
+/// A weight in units of 1/32768, as the low 16 bits of its rounded value.
+uint16_t fixedPoint(Mox32f weight) { return uint16_t(truncate(Mox64f(weight) * 32768.0 + 0.5)); }
+
+/// The caller's weights, or those of luma where a call has none.
 template <class T>
 struct Weights {
+    using Given = std::conditional_t<std::is_same_v<T, Mox64f>, Mox64f, Mox32f>;
     T w[3];
-};
 
-constexpr Weights<Mox32f> lumaWeights = {{0.299f, 0.587f, 0.114f}};
-constexpr Weights<Mox64f> lumaWeights64f = {{0.299f, 0.587f, 0.114f}};  // the floats, widened
-constexpr Weights<uint16_t> lumaWeights8u = {{9798, 19235, 3736}};      // in units of 1/32768; they sum to 32769
+    Weights(T w0, T w1, T w2) : w{w0, w1, w2} {}
+    Weights(const Given* given = nullptr) {
+        static constexpr Mox32f luma[3] = {0.299f, 0.587f, 0.114f};
+        static constexpr uint16_t luma8u[3] = {9798, 19235, 3736};  // they sum to 32769
+        for (int c = 0; c < 3; ++c) {
+            if constexpr (std::is_same_v<T, uint16_t>)
+                w[c] = given ? fixedPoint(given[c]) : luma8u[c];
+            else
+                w[c] = given ? given[c] : luma[c];
+        }
+    }
+};
 
 /// Vector columns of 8u: each term is truncated to 7 fractional bits, sums saturate at 16 bits.
 struct GrayTruncatedTerms {
@@ -69,7 +82,7 @@ struct GrayDouble {
 struct GrayDoublePairs {
     Weights<Mox64f> weights;
     MOX_INLINE Px<F64, 1> operator()(const Px<F64, 3>& p) const {
-        const Weights<Mox64f> reversed = {{weights.w[2], weights.w[1], weights.w[0]}};
+        const Weights<Mox64f> reversed = {weights.w[2], weights.w[1], weights.w[0]};
         const F64 first = weightedSum(weights, p);
         const F64 second = weightedSum(reversed, Px{p.c[2], p.c[1], p.c[0]});
         return {{blend16<0xF0>(first, second)}};
@@ -93,14 +106,14 @@ using innerRGBToGray_8u_AC4C1R =
 /// Of three channels, or of four.
 template <class Src, class Rule>
 using AllToGray = AllColumns<DealtIf<fourSamples<Src>, Src>, DealtIf<fourSamples<Src>, C1<typename Src::Sample>>, Rule>;
-template <class Src, class T>
-using innerRGBToGray_16u_C3C1R = AllToGray<Src, On<I32, GrayRounded<T>>>;
 template <class Src>
-using innerRGBToGray_32f_C3C1R = AllToGray<Src, On<F32, GrayFloat>>;
+using Gray16 = AllToGray<Src, On<I32, GrayRounded<typename Src::Sample>>>;
+template <class Src>
+using Gray32f = AllToGray<Src, On<F32, GrayFloat>>;
 
 /// Pairs run from the first column whose destination is on 16 bytes, or is the row's second.
 template <class Src_>
-struct ownColorToGray_64f_C3C1R {
+struct Gray64f {
     using Src = Src_;
     using Dst = C1<Mox64f>;
     Weights<Mox64f> weights;
@@ -118,134 +131,36 @@ using innerGrayToRGB_C1C4R = AllColumns<C1<T>, C4<T>, WithFourth<Spread, T>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-/// A weight in units of 1/32768, as the low 16 bits of its rounded value.
-uint16_t fixedPoint(Mox32f weight) { return uint16_t(truncate(Mox64f(weight) * 32768.0 + 0.5)); }
-
-Weights<uint16_t> weights8u(const Mox32f* coeffs) {
-    if (!coeffs) return lumaWeights8u;
-    return {{fixedPoint(coeffs[0]), fixedPoint(coeffs[1]), fixedPoint(coeffs[2])}};
-}
-
-template <class T>
-Weights<T> weightsOr(const Weights<T>& otherwise, const T* coeffs) {
-    return coeffs ? Weights<T>{{coeffs[0], coeffs[1], coeffs[2]}} : otherwise;
-}
-
-template <class Kernel>
-MoxStatus gray8u(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                 const Mox32f* coeffs) {
-    const Weights<uint16_t> weights = weights8u(coeffs);
-    return convert(Kernel{{{weights}}, {{weights}}}, src, srcStep, dst, dstStep, roiSize);
-}
-
-template <template <class> class Src, class T>
-MoxStatus gray16(const T* src, int32_t srcStep, T* dst, int32_t dstStep, MoxiSize roiSize, const Mox32f* coeffs) {
-    return convert(innerRGBToGray_16u_C3C1R<Src<T>, T>{{{weightsOr(lumaWeights, coeffs)}}}, src,
-                   wholeSamples<T>(srcStep), dst, wholeSamples<T>(dstStep), roiSize);
-}
-
-template <template <class> class Src>
-MoxStatus gray32f(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                  const Mox32f* coeffs) {
-    return convert(innerRGBToGray_32f_C3C1R<Src<Mox32f>>{{{weightsOr(lumaWeights, coeffs)}}}, src,
-                   wholeSamples<Mox32f>(srcStep), dst, wholeSamples<Mox32f>(dstStep), roiSize);
-}
-
-template <template <class> class Src>
-MoxStatus gray64f(const Mox64f* src, int32_t srcStep, Mox64f* dst, int32_t dstStep, MoxiSize roiSize,
-                  const Mox64f* coeffs) {
-    return convert(ownColorToGray_64f_C3C1R<Src<Mox64f>>{weightsOr(lumaWeights64f, coeffs)}, src, srcStep, dst, dstStep,
-                   roiSize);
-}
-
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiRGBToGray_8u_C3C1R>     = converts<innerRGBToGray_8u_C3C1R>;
+template <> constexpr auto entry<moxiRGBToGray_8u_AC4C1R>    = converts<innerRGBToGray_8u_AC4C1R>;
+template <> constexpr auto entry<moxiRGBToGray_16u_C3C1R>    = converts<Gray16<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToGray_16u_AC4C1R>   = converts<Gray16<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToGray_16s_C3C1R>    = converts<Gray16<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToGray_16s_AC4C1R>   = converts<Gray16<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToGray_32f_C3C1R>    = converts<Gray32f<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToGray_32f_AC4C1R>   = converts<Gray32f<AC4<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_8u_C3C1R>   = converts<innerRGBToGray_8u_C3C1R>;
+template <> constexpr auto entry<moxiColorToGray_8u_AC4C1R>  = converts<innerRGBToGray_8u_AC4C1R>;
+template <> constexpr auto entry<moxiColorToGray_16u_C3C1R>  = converts<Gray16<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_16u_AC4C1R> = converts<Gray16<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_16s_C3C1R>  = converts<Gray16<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_16s_AC4C1R> = converts<Gray16<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_32f_C3C1R>  = converts<Gray32f<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_32f_AC4C1R> = converts<Gray32f<AC4<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiColorToGray_64f_C3C1R>  = converts<Gray64f<C3<Mox64f>>>;
+template <> constexpr auto entry<moxiColorToGray_64f_AC4C1R> = converts<Gray64f<AC4<Mox64f>>>;
+
+template <> constexpr auto entry<moxiGrayToRGB_8u_C1C3R>     = converts<innerGrayToRGB_C1C3R<Mox8u>>;
+template <> constexpr auto entry<moxiGrayToRGB_8u_C1C4R>     = converts<innerGrayToRGB_C1C4R<Mox8u>>;
+template <> constexpr auto entry<moxiGrayToRGB_16u_C1C3R>    = converts<innerGrayToRGB_C1C3R<Mox16u>>;
+template <> constexpr auto entry<moxiGrayToRGB_16u_C1C4R>    = converts<innerGrayToRGB_C1C4R<Mox16u>>;
+template <> constexpr auto entry<moxiGrayToRGB_32f_C1C3R>    = converts<innerGrayToRGB_C1C3R<Mox32f>>;
+template <> constexpr auto entry<moxiGrayToRGB_32f_C1C4R>    = converts<innerGrayToRGB_C1C4R<Mox32f>>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiRGBToGray_8u_C3C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray8u<innerRGBToGray_8u_C3C1R>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_8u_AC4C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray8u<innerRGBToGray_8u_AC4C1R>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_16u_C3C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray16<C3>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_16u_AC4C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray16<AC4>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_16s_C3C1R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray16<C3>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_16s_AC4C1R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray16<AC4>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_32f_C3C1R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray32f<C3>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiRGBToGray_32f_AC4C1R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return gray32f<AC4>(src, srcStep, dst, dstStep, roiSize, nullptr);
-}
-MoxStatus moxiColorToGray_8u_C3C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   const Mox32f* coeffs) {
-    return gray8u<innerRGBToGray_8u_C3C1R>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_8u_AC4C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* coeffs) {
-    return gray8u<innerRGBToGray_8u_AC4C1R>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_16u_C3C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* coeffs) {
-    return gray16<C3>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_16u_AC4C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                     const Mox32f* coeffs) {
-    return gray16<AC4>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_16s_C3C1R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* coeffs) {
-    return gray16<C3>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_16s_AC4C1R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                     const Mox32f* coeffs) {
-    return gray16<AC4>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_32f_C3C1R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* coeffs) {
-    return gray32f<C3>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_32f_AC4C1R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                     const Mox32f* coeffs) {
-    return gray32f<AC4>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_64f_C3C1R(const Mox64f* src, int32_t srcStep, Mox64f* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox64f* coeffs) {
-    return gray64f<C3>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-MoxStatus moxiColorToGray_64f_AC4C1R(const Mox64f* src, int32_t srcStep, Mox64f* dst, int32_t dstStep, MoxiSize roiSize,
-                                     const Mox64f* coeffs) {
-    return gray64f<AC4>(src, srcStep, dst, dstStep, roiSize, coeffs);
-}
-
-MoxStatus moxiGrayToRGB_8u_C1C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerGrayToRGB_C1C3R<Mox8u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGrayToRGB_8u_C1C4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                 Mox8u aval) {
-    return convert(innerGrayToRGB_C1C4R<Mox8u>{{{}, aval}}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGrayToRGB_16u_C1C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerGrayToRGB_C1C3R<Mox16u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGrayToRGB_16u_C1C4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                  Mox16u aval) {
-    return convert(innerGrayToRGB_C1C4R<Mox16u>{{{}, aval}}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGrayToRGB_32f_C1C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerGrayToRGB_C1C3R<Mox32f>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGrayToRGB_32f_C1C4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                  Mox32f aval) {
-    return convert(innerGrayToRGB_C1C4R<Mox32f>{{{}, aval}}, src, srcStep, dst, dstStep, roiSize);
-}
+#include "gray.inc"

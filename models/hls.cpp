@@ -4,7 +4,7 @@
 // the order of their products and in how they convert to integers, and those differences are part of the result.
 #include "moxcc/hls.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/hue.h"
 #include "models/reciprocal.h"
 
@@ -196,17 +196,6 @@ struct Biased {
 template <class T, class Rule>
 using BiasedIf16s = std::conditional_t<std::is_same_v<T, Mox16s>, Biased<Rule>, Rule>;
 
-/// A rule for pixels of colour and alpha that copies the alpha.
-template <class Rule>
-struct CopyAlpha {
-    Rule rule;
-    template <class D, int N>
-    MOX_INLINE Block<D, 4, N> apply(const Block<D, 4, N>& in) const {
-        const Block<D, 3, N> out = rule.template apply<D>(Block<D, 3, N>{{in.c[0], in.c[1], in.c[2]}});
-        return {{out.c[0], out.c[1], out.c[2], in.c[3]}};
-    }
-};
-
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
 using innerRGBToHLS_8u_C3R = Split<C3<Mox8u>, C3<Mox8u>, 8, RGBToHLS<Mox8u, rcp, nearest, reciprocalFirst>,
@@ -221,7 +210,7 @@ using innerRGBToHLS_32f_C3R = AllColumns<Layout, Layout, On<F32, RGBToHLSFloat>>
 
 /// The rule, for pixels of colour alone or with an alpha that is copied.
 template <class Src, class Rule>
-using WithAlphaOf = std::conditional_t<Src::channels == 4, CopyAlpha<Rule>, Rule>;
+using WithAlphaOf = std::conditional_t<Src::channels == 4, FourthCopied<Rule>, Rule>;
 
 template <class Src, class Dst>
 using BGRToHLS = Split<Reversed<Src>, Dst, 4, WithAlphaOf<Src, RGBToHLS<Mox8u, rcp, truncate, differenceFirst>>,
@@ -283,127 +272,44 @@ using ownpi_HLSToBGR_8u_AP4 = HLSToBGR<P4<Mox8u>, P4<Mox8u>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-template <class Kernel, class T>
-MoxStatus convertRGB(const T* src, int32_t srcStep, T* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(Kernel{}, src, wholeSamples<T>(srcStep), dst, wholeSamples<T>(dstStep), roiSize);
-}
-
-/// All pointers, then the steps, then the size.
-template <class Kernel, class S, class D>
-MoxStatus convertBGR(S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize) {
-    using Src = typename Kernel::Src;
-    using Dst = typename Kernel::Dst;
-    if (MoxStatus s = firstOf(notNull(src, dst), anyPlanesNotNull<Src::planes>(src), anyPlanesNotNull<Dst::planes>(dst),
-                              stepsPositive(srcStep, dstStep), sizeAtLeast(roiSize, 1, 1)))
-        return s;
-    eachRow(Kernel{}, imageOf<Src>(src, srcStep), imageOf<Dst>(dst, dstStep), roiSize);
-    return moxStatusOk;
-}
+constexpr Order stepsBeforeSize = {{Test::pointers, Test::planes, Test::steps, Test::size}};
+constexpr Order sizeBeforeSteps = {{Test::pointers, Test::size, Test::steps}};
 
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiRGBToHLS_8u_C3R>    = converts<innerRGBToHLS_8u_C3R>;
+template <> constexpr auto entry<moxiRGBToHLS_8u_AC4R>   = converts<innerRGBToHLS_8u_AC4R>;
+template <> constexpr auto entry<moxiRGBToHLS_16u_C3R>   = converts<innerRGBToHLS_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToHLS_16u_AC4R>  = converts<innerRGBToHLS_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToHLS_16s_C3R>   = converts<innerRGBToHLS_16u_C3R<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToHLS_16s_AC4R>  = converts<innerRGBToHLS_16u_C3R<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToHLS_32f_C3R>   = converts<innerRGBToHLS_32f_C3R<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToHLS_32f_AC4R>  = converts<innerRGBToHLS_32f_C3R<AC4<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiHLSToRGB_8u_C3R>    = converts<innerHLSToRGB_8u_C3R>;
+template <> constexpr auto entry<moxiHLSToRGB_8u_AC4R>   = converts<innerHLSToRGB_8u_AC4R>;
+template <> constexpr auto entry<moxiHLSToRGB_16u_C3R>   = converts<innerHLSToRGB_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiHLSToRGB_16u_AC4R>  = converts<innerHLSToRGB_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiHLSToRGB_16s_C3R>   = converts<innerHLSToRGB_16u_C3R<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiHLSToRGB_16s_AC4R>  = converts<innerHLSToRGB_16u_C3R<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiHLSToRGB_32f_C3R>   = converts<innerHLSToRGB_32f_C3R<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiHLSToRGB_32f_AC4R>  = converts<innerHLSToRGB_32f_C3R<AC4<Mox32f>>, inSamples>;
+
+template <> constexpr auto entry<moxiBGRToHLS_8u_AC4R>   = converts<innerBGRToHLS_8u_AC4R, sizeBeforeSteps>;
+template <> constexpr auto entry<moxiBGRToHLS_8u_C3P3R>  = converts<ownpi_BGRToHLS_8u_C3P3, stepsBeforeSize>;
+template <> constexpr auto entry<moxiBGRToHLS_8u_P3C3R>  = converts<ownpi_BGRToHLS_8u_P3C3, stepsBeforeSize>;
+template <> constexpr auto entry<moxiBGRToHLS_8u_P3R>    = converts<ownpi_BGRToHLS_8u_P3, stepsBeforeSize>;
+template <> constexpr auto entry<moxiBGRToHLS_8u_AC4P4R> = converts<ownpi_BGRToHLS_8u_AC4P4, stepsBeforeSize>;
+template <> constexpr auto entry<moxiBGRToHLS_8u_AP4C4R> = converts<ownpi_BGRToHLS_8u_AP4C4, stepsBeforeSize>;
+template <> constexpr auto entry<moxiBGRToHLS_8u_AP4R>   = converts<ownpi_BGRToHLS_8u_AP4, stepsBeforeSize>;
+template <> constexpr auto entry<moxiHLSToBGR_8u_C3P3R>  = converts<ownpi_HLSToBGR_8u_C3P3, stepsBeforeSize>;
+template <> constexpr auto entry<moxiHLSToBGR_8u_P3C3R>  = converts<ownpi_HLSToBGR_8u_P3C3, stepsBeforeSize>;
+template <> constexpr auto entry<moxiHLSToBGR_8u_P3R>    = converts<ownpi_HLSToBGR_8u_P3, stepsBeforeSize>;
+template <> constexpr auto entry<moxiHLSToBGR_8u_AC4P4R> = converts<ownpi_HLSToBGR_8u_AC4P4, stepsBeforeSize>;
+template <> constexpr auto entry<moxiHLSToBGR_8u_AP4C4R> = converts<ownpi_HLSToBGR_8u_AP4C4, stepsBeforeSize>;
+template <> constexpr auto entry<moxiHLSToBGR_8u_AP4R>   = converts<ownpi_HLSToBGR_8u_AP4, stepsBeforeSize>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiRGBToHLS_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_8u_C3R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_8u_AC4R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_16u_C3R<C3<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_16u_C3R<AC4<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_16u_C3R<C3<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_16u_C3R<AC4<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_32f_C3R<C3<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHLS_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerRGBToHLS_32f_C3R<AC4<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_8u_C3R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_8u_AC4R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_16u_C3R<C3<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_16u_C3R<AC4<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_16u_C3R<C3<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_16u_C3R<AC4<Mox16s>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_32f_C3R<C3<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertRGB<innerHLSToRGB_32f_C3R<AC4<Mox32f>>>(src, srcStep, dst, dstStep, roiSize);
-}
-
-// Unlike the others, this form tests the size before the steps.
-MoxStatus moxiBGRToHLS_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1))) return s;
-    return convertBGR<innerBGRToHLS_8u_AC4R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToHLS_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convertBGR<ownpi_BGRToHLS_8u_C3P3>(src, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiBGRToHLS_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convertBGR<ownpi_BGRToHLS_8u_P3C3>(srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToHLS_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                              MoxiSize roiSize) {
-    return convertBGR<ownpi_BGRToHLS_8u_P3>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiBGRToHLS_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                 MoxiSize roiSize) {
-    return convertBGR<ownpi_BGRToHLS_8u_AC4P4>(src, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiBGRToHLS_8u_AP4C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                 MoxiSize roiSize) {
-    return convertBGR<ownpi_BGRToHLS_8u_AP4C4>(srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToHLS_8u_AP4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                               MoxiSize roiSize) {
-    return convertBGR<ownpi_BGRToHLS_8u_AP4>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiHLSToBGR_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convertBGR<ownpi_HLSToBGR_8u_C3P3>(src, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiHLSToBGR_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convertBGR<ownpi_HLSToBGR_8u_P3C3>(srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToBGR_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                              MoxiSize roiSize) {
-    return convertBGR<ownpi_HLSToBGR_8u_P3>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiHLSToBGR_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                 MoxiSize roiSize) {
-    return convertBGR<ownpi_HLSToBGR_8u_AC4P4>(src, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiHLSToBGR_8u_AP4C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                 MoxiSize roiSize) {
-    return convertBGR<ownpi_HLSToBGR_8u_AP4C4>(srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHLSToBGR_8u_AP4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                               MoxiSize roiSize) {
-    return convertBGR<ownpi_HLSToBGR_8u_AP4>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
+#include "hls.inc"

@@ -1,7 +1,7 @@
 // HSV: hue, saturation and value of the hexcone. All in single precision and in the caller's rounding mode.
 #include "moxcc/hsv.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/hue.h"
 
 namespace q4 {
@@ -114,37 +114,19 @@ using innerHSVToRGB_C3R = AllColumns<Layout, Layout, HSVToRGB<typename Layout::S
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-template <class Kernel, class T>
-MoxStatus convertHSV(const T* src, int32_t srcStep, T* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(Kernel{}, src, wholeSamples<T>(srcStep), dst, wholeSamples<T>(dstStep), roiSize);
-}
-
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiRGBToHSV_8u_C3R>   = converts<innerRGBToHSV_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToHSV_8u_AC4R>  = converts<innerRGBToHSV_8u_C3R<AC4<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToHSV_16u_C3R>  = converts<innerRGBToHSV_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToHSV_16u_AC4R> = converts<innerRGBToHSV_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiHSVToRGB_8u_C3R>   = converts<innerHSVToRGB_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiHSVToRGB_8u_AC4R>  = converts<innerHSVToRGB_C3R<AC4<Mox8u>>>;
+template <> constexpr auto entry<moxiHSVToRGB_16u_C3R>  = converts<innerHSVToRGB_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiHSVToRGB_16u_AC4R> = converts<innerHSVToRGB_C3R<AC4<Mox16u>>, inSamples>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiRGBToHSV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerRGBToHSV_8u_C3R<C3<Mox8u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHSV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerRGBToHSV_8u_C3R<AC4<Mox8u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHSV_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerRGBToHSV_16u_C3R<C3<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToHSV_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerRGBToHSV_16u_C3R<AC4<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHSVToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerHSVToRGB_C3R<C3<Mox8u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHSVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerHSVToRGB_C3R<AC4<Mox8u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHSVToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerHSVToRGB_C3R<C3<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiHSVToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertHSV<innerHSVToRGB_C3R<AC4<Mox16u>>>(src, srcStep, dst, dstStep, roiSize);
-}
+#include "hsv.inc"

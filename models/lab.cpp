@@ -1,7 +1,7 @@
 // CIE 1976 L*a*b* with the D65 white, in single precision, and in double for the 64f forms.
 #include "moxcc/lab.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "math/cbrt.h"
 #include "models/cie.h"
 #include "models/pow_luv.h"
@@ -137,103 +137,49 @@ template <class T, template <class> class Rule>
 using Float = On<Vec<T>, Rule<Vec<T>>>;
 
 template <class Src, class Dst, class D = typename Dst::Sample>
-using innerBGRToLab_8u_C3R =
-    Split<Src, Dst, 4, ForwardSamples<D, Stored::saturated>, ForwardSamples<D, Stored::lowBits>>;
-using innerBGRToLab_8u16u_C3R = innerBGRToLab_8u_C3R<Reversed<C3<Mox8u>>, C3<Mox16u>>;
+using ToLab8u = Split<Src, Dst, 4, ForwardSamples<D, Stored::saturated>, ForwardSamples<D, Stored::lowBits>>;
+using innerBGRToLab_8u16u_C3R = ToLab8u<Bgr<Mox8u>, C3<Mox16u>>;
 template <class Src>
-using innerBGRToLab_32f_C3R = AllColumns<Src, C3<Mox32f>, Float<Mox32f, RGBToLab>>;
+using ToLab32f = AllColumns<Src, C3<Mox32f>, Float<Mox32f, RGBToLab>>;
 template <class T>
 using innerRGBToLab_P3R = AllColumns<P3<T>, P3<T>, Float<T, RGBToLab>>;
 
 template <class Src, class Dst>
-using innerLabToBGR_8u_C3R = AllColumns<Src, Dst, On<F32, LabSamplesToRGB<typename Src::Sample>>>;
-using innerLabToBGR_16u8u_C3R = innerLabToBGR_8u_C3R<C3<Mox16u>, Reversed<C3<Mox8u>>>;
+using FromLab8u = AllColumns<Src, Dst, On<F32, LabSamplesToRGB<typename Src::Sample>>>;
+using innerLabToBGR_16u8u_C3R = FromLab8u<C3<Mox16u>, Bgr<Mox8u>>;
 template <class Dst>
-using innerLabToBGR_32f_C3R = AllColumns<C3<Mox32f>, Dst, Float<Mox32f, LabToRGB>>;
+using FromLab32f = AllColumns<C3<Mox32f>, Dst, Float<Mox32f, LabToRGB>>;
 template <class T>
 using innerLabToRGB_P3R = AllColumns<P3<T>, P3<T>, Float<T, LabToRGB>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-template <class Kernel, class T>
-MoxStatus convertPlanes(const Kernel& kernel, const T* const* srcPlanes, const int32_t* srcSteps, T* const* dstPlanes,
-                        const int32_t* dstSteps, MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(srcPlanes, dstPlanes), planesNotNull<3>(srcPlanes), planesNotNull<3>(dstPlanes),
-                              notNull(srcSteps, dstSteps), sizeAtLeast(roiSize, 1, 1)))
-        return s;
-    eachRow(kernel, image<3>(srcPlanes, srcSteps), image<3>(dstPlanes, dstSteps), roiSize);
-    return moxStatusOk;
-}
+constexpr Order allPointersFirst = {{Test::pointers, Test::stepArrays, Test::planes, Test::size}};
 
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiRGBToLab_8u_C3R>    = converts<ToLab8u<C3<Mox8u>, C3<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToLab_32f_C3R>   = converts<ToLab32f<C3<Mox32f>>>;
+template <> constexpr auto entry<moxiBGRToLab_8u_C3R>    = converts<ToLab8u<Bgr<Mox8u>, C3<Mox8u>>>;
+template <> constexpr auto entry<moxiBGRToLab_32f_C3R>   = converts<ToLab32f<Bgr<Mox32f>>>;
+template <> constexpr auto entry<moxiBGRToLab_8u16u_C3R> = converts<innerBGRToLab_8u16u_C3R>;
+template <> constexpr auto entry<moxiLabToRGB_8u_C3R>    = converts<FromLab8u<C3<Mox8u>, C3<Mox8u>>>;
+template <> constexpr auto entry<moxiLabToRGB_32f_C3R>   = converts<FromLab32f<C3<Mox32f>>>;
+template <> constexpr auto entry<moxiLabToBGR_8u_C3R>    = converts<FromLab8u<C3<Mox8u>, Bgr<Mox8u>>>;
+template <> constexpr auto entry<moxiLabToBGR_32f_C3R>   = converts<FromLab32f<Bgr<Mox32f>>>;
+template <> constexpr auto entry<moxiLabToBGR_16u8u_C3R> = converts<innerLabToBGR_16u8u_C3R>;
+
+template <> constexpr auto entry<moxiRGBToLab_32f_P3R>   = converts<innerRGBToLab_P3R<Mox32f>, allPointersFirst>;
+template <> constexpr auto entry<moxiRGBToLab_32f_P3R_L> = converts<innerRGBToLab_P3R<Mox32f>, allPointersFirst>;
+template <> constexpr auto entry<moxiRGBToLab_64f_P3R>   = converts<innerRGBToLab_P3R<Mox64f>, allPointersFirst>;
+template <> constexpr auto entry<moxiRGBToLab_64f_P3R_L> = converts<innerRGBToLab_P3R<Mox64f>, allPointersFirst>;
+template <> constexpr auto entry<moxiLabToRGB_32f_P3R>   = converts<innerLabToRGB_P3R<Mox32f>, allPointersFirst>;
+template <> constexpr auto entry<moxiLabToRGB_32f_P3R_L> = converts<innerLabToRGB_P3R<Mox32f>, allPointersFirst>;
+template <> constexpr auto entry<moxiLabToRGB_64f_P3R>   = converts<innerLabToRGB_P3R<Mox64f>, allPointersFirst>;
+template <> constexpr auto entry<moxiLabToRGB_64f_P3R_L> = converts<innerLabToRGB_P3R<Mox64f>, allPointersFirst>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiRGBToLab_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerBGRToLab_8u_C3R<C3<Mox8u>, C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLab_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerBGRToLab_32f_C3R<C3<Mox32f>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToLab_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerBGRToLab_8u_C3R<Reversed<C3<Mox8u>>, C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToLab_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerBGRToLab_32f_C3R<Reversed<C3<Mox32f>>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToLab_8u16u_C3R(const Mox8u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerBGRToLab_8u16u_C3R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLabToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLabToBGR_8u_C3R<C3<Mox8u>, C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLabToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLabToBGR_32f_C3R<C3<Mox32f>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLabToBGR_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLabToBGR_8u_C3R<C3<Mox8u>, Reversed<C3<Mox8u>>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLabToBGR_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLabToBGR_32f_C3R<Reversed<C3<Mox32f>>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLabToBGR_16u8u_C3R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLabToBGR_16u8u_C3R{}, src, srcStep, dst, dstStep, roiSize);
-}
-
-MoxStatus moxiRGBToLab_32f_P3R(const Mox32f* const srcPlanes[3], const int32_t srcSteps[3], Mox32f* const dstPlanes[3],
-                               const int32_t dstSteps[3], MoxiSize roiSize) {
-    if (MoxStatus s = notNull(srcSteps, dstSteps)()) return s;
-    return moxiRGBToLab_32f_P3R_L(srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToLab_32f_P3R_L(const Mox32f* const srcPlanes[3], const int32_t srcSteps[3],
-                                 Mox32f* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
-    return convertPlanes(innerRGBToLab_P3R<Mox32f>{}, srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToLab_64f_P3R(const Mox64f* const srcPlanes[3], const int32_t srcSteps[3], Mox64f* const dstPlanes[3],
-                               const int32_t dstSteps[3], MoxiSize roiSize) {
-    if (MoxStatus s = notNull(srcSteps, dstSteps)()) return s;
-    return moxiRGBToLab_64f_P3R_L(srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToLab_64f_P3R_L(const Mox64f* const srcPlanes[3], const int32_t srcSteps[3],
-                                 Mox64f* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
-    return convertPlanes(innerRGBToLab_P3R<Mox64f>{}, srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiLabToRGB_32f_P3R(const Mox32f* const srcPlanes[3], const int32_t srcSteps[3], Mox32f* const dstPlanes[3],
-                               const int32_t dstSteps[3], MoxiSize roiSize) {
-    if (MoxStatus s = notNull(srcSteps, dstSteps)()) return s;
-    return moxiLabToRGB_32f_P3R_L(srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiLabToRGB_32f_P3R_L(const Mox32f* const srcPlanes[3], const int32_t srcSteps[3],
-                                 Mox32f* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
-    return convertPlanes(innerLabToRGB_P3R<Mox32f>{}, srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiLabToRGB_64f_P3R(const Mox64f* const srcPlanes[3], const int32_t srcSteps[3], Mox64f* const dstPlanes[3],
-                               const int32_t dstSteps[3], MoxiSize roiSize) {
-    if (MoxStatus s = notNull(srcSteps, dstSteps)()) return s;
-    return moxiLabToRGB_64f_P3R_L(srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiLabToRGB_64f_P3R_L(const Mox64f* const srcPlanes[3], const int32_t srcSteps[3],
-                                 Mox64f* const dstPlanes[3], const int32_t dstSteps[3], MoxiSize roiSize) {
-    return convertPlanes(innerLabToRGB_P3R<Mox64f>{}, srcPlanes, srcSteps, dstPlanes, dstSteps, roiSize);
-}
+#include "lab.inc"

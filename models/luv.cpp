@@ -1,7 +1,7 @@
 // CIE 1976 L*u*v* with the D65 white, in single precision.
 #include "moxcc/luv.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/cie.h"
 #include "models/pow_luv.h"
 #include "models/reciprocal.h"
@@ -266,91 +266,47 @@ template <class Src>
 using innerRGBToLUV_8u_C3R = Split<Src, C3<Mox8u>, 4, Forward<Mox8u, body8u>, Forward<Mox8u, tail8u>>;
 using innerRGBToLUV_8u_AC4R = AllColumns<AC4<Mox8u>, AC4<Mox8u>, Forward<Mox8u, tail8u>>;
 template <class Layout, ForwardColumns tail, class T = typename Layout::Sample>
-using innerRGBToLUV_16u_C3R = Split<Layout, Layout, 4, Forward<T, body16>, Forward<T, tail>>;
+using RGBToLUV16 = Split<Layout, Layout, 4, Forward<T, body16>, Forward<T, tail>>;
 template <class Src, class Dst>
 using innerRGBToLUV_32f_C3R = Split<Src, Dst, 4, Forward<Mox32f, body32f>, Forward<Mox32f, tail32f>>;
 
 template <class Dst>
 using innerLUVToRGB_8u_C3R = Split<C3<Mox8u>, Dst, 4, BackBody<Mox8u, Back::scaledRgb>, BackTail<Mox8u>>;
 template <class Layout, class T = typename Layout::Sample>
-using innerLUVToRGB_16u_C3R = Split<Layout, Layout, 4, BackBody<T>, BackTail<T>>;
-using innerLUVToRGB_8u_AC4R = innerLUVToRGB_16u_C3R<AC4<Mox8u>>;
+using LUVToRGB16 = Split<Layout, Layout, 4, BackBody<T>, BackTail<T>>;
+using innerLUVToRGB_8u_AC4R = LUVToRGB16<AC4<Mox8u>>;
 template <class Dst>
 using innerLUVToRGB_32f_C3R = Split<C3<Mox32f>, Dst, 4, BackBody<Mox32f>, BackTail<Mox32f>>;
 using innerLUVToRGB_32f_AC4R = AllColumns<AC4<Mox32f>, AC4<Mox32f>, BackTail<Mox32f>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-/// With steps in whole samples.
-template <class Kernel, class T>
-MoxStatus convertSamples(const Kernel& kernel, const T* src, int32_t srcStep, T* dst, int32_t dstStep,
-                         MoxiSize roiSize) {
-    return q4::convert(kernel, src, wholeSamples<T>(srcStep), dst, wholeSamples<T>(dstStep), roiSize);
-}
-
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiRGBToLUV_8u_C3R>   = converts<innerRGBToLUV_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToLUV_8u_AC4R>  = converts<innerRGBToLUV_8u_AC4R>;
+template <> constexpr auto entry<moxiRGBToLUV_16u_C3R>  = converts<RGBToLUV16<C3<Mox16u>, tail16>, inSamples>;
+template <> constexpr auto entry<moxiRGBToLUV_16u_AC4R> = converts<RGBToLUV16<AC4<Mox16u>, tail16uAC4>, inSamples>;
+template <> constexpr auto entry<moxiRGBToLUV_16s_C3R>  = converts<RGBToLUV16<C3<Mox16s>, tail16>, inSamples>;
+template <> constexpr auto entry<moxiRGBToLUV_16s_AC4R> = converts<RGBToLUV16<AC4<Mox16s>, tail16>, inSamples>;
+template <> constexpr auto entry<moxiRGBToLUV_32f_C3R>  = converts<innerRGBToLUV_32f_C3R<C3<Mox32f>, C3<Mox32f>>>;
+template <> constexpr auto entry<moxiRGBToLUV_32f_AC4R> = converts<innerRGBToLUV_32f_C3R<AC4<Mox32f>, AC4<Mox32f>>>;
+template <> constexpr auto entry<moxiBGRToLUV_8u_C3R>   = converts<innerRGBToLUV_8u_C3R<Bgr<Mox8u>>>;
+template <> constexpr auto entry<moxiBGRToLUV_32f_C3R>  = converts<innerRGBToLUV_32f_C3R<Bgr<Mox32f>, C3<Mox32f>>>;
+
+template <> constexpr auto entry<moxiLUVToRGB_8u_C3R>   = converts<innerLUVToRGB_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiLUVToRGB_8u_AC4R>  = converts<innerLUVToRGB_8u_AC4R>;
+template <> constexpr auto entry<moxiLUVToRGB_16u_C3R>  = converts<LUVToRGB16<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiLUVToRGB_16u_AC4R> = converts<LUVToRGB16<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiLUVToRGB_16s_C3R>  = converts<LUVToRGB16<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiLUVToRGB_16s_AC4R> = converts<LUVToRGB16<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiLUVToRGB_32f_C3R>  = converts<innerLUVToRGB_32f_C3R<C3<Mox32f>>>;
+template <> constexpr auto entry<moxiLUVToRGB_32f_AC4R> = converts<innerLUVToRGB_32f_AC4R, inSamples>;
+template <> constexpr auto entry<moxiLUVToBGR_8u_C3R>   = converts<innerLUVToRGB_8u_C3R<Bgr<Mox8u>>>;
+template <> constexpr auto entry<moxiLUVToBGR_32f_C3R>  = converts<innerLUVToRGB_32f_C3R<Bgr<Mox32f>>>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiRGBToLUV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToLUV_8u_C3R<C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToLUV_8u_AC4R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerRGBToLUV_16u_C3R<C3<Mox16u>, tail16>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerRGBToLUV_16u_C3R<AC4<Mox16u>, tail16uAC4>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerRGBToLUV_16u_C3R<C3<Mox16s>, tail16>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerRGBToLUV_16u_C3R<AC4<Mox16s>, tail16>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToLUV_32f_C3R<C3<Mox32f>, C3<Mox32f>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToLUV_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToLUV_32f_C3R<AC4<Mox32f>, AC4<Mox32f>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToLUV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToLUV_8u_C3R<Reversed<C3<Mox8u>>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToLUV_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToLUV_32f_C3R<Reversed<C3<Mox32f>>, C3<Mox32f>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-
-MoxStatus moxiLUVToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLUVToRGB_8u_C3R<C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLUVToRGB_8u_AC4R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerLUVToRGB_16u_C3R<C3<Mox16u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerLUVToRGB_16u_C3R<AC4<Mox16u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerLUVToRGB_16u_C3R<C3<Mox16s>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerLUVToRGB_16u_C3R<AC4<Mox16s>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLUVToRGB_32f_C3R<C3<Mox32f>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convertSamples(innerLUVToRGB_32f_AC4R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToBGR_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLUVToRGB_8u_C3R<Reversed<C3<Mox8u>>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiLUVToBGR_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerLUVToRGB_32f_C3R<Reversed<C3<Mox32f>>>{}, src, srcStep, dst, dstStep, roiSize);
-}
+#include "luv.inc"

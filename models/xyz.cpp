@@ -103,20 +103,20 @@ using innerXYZToRGB_32f_C3R = AllColumns<L, L, On<F32, Decode32f>>;
 // clang-format off
 template <> constexpr auto entry<moxiRGBToXYZ_8u_C3R>   = converts<innerRGBToXYZ_8u_C3R<C3<Mox8u>>>;
 template <> constexpr auto entry<moxiRGBToXYZ_8u_AC4R>  = converts<innerRGBToXYZ_8u_C3R<AC4<Mox8u>>>;
-template <> constexpr auto entry<moxiRGBToXYZ_16u_C3R>  = converts<innerRGBToXYZ_16u_C3R<C3<Mox16u>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiRGBToXYZ_16u_AC4R> = converts<innerRGBToXYZ_16u_C3R<AC4<Mox16u>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiRGBToXYZ_16s_C3R>  = converts<innerRGBToXYZ_16u_C3R<C3<Mox16s>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiRGBToXYZ_16s_AC4R> = converts<innerRGBToXYZ_16u_C3R<AC4<Mox16s>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiRGBToXYZ_32f_C3R>  = converts<innerRGBToXYZ_32f_C3R<C3<Mox32f>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiRGBToXYZ_32f_AC4R> = converts<innerRGBToXYZ_32f_C3R<AC4<Mox32f>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16u_C3R>  = converts<innerRGBToXYZ_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16u_AC4R> = converts<innerRGBToXYZ_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16s_C3R>  = converts<innerRGBToXYZ_16u_C3R<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_16s_AC4R> = converts<innerRGBToXYZ_16u_C3R<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_32f_C3R>  = converts<innerRGBToXYZ_32f_C3R<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToXYZ_32f_AC4R> = converts<innerRGBToXYZ_32f_C3R<AC4<Mox32f>>, inSamples>;
 template <> constexpr auto entry<moxiXYZToRGB_8u_C3R>   = converts<innerXYZToRGB_8u_C3R<C3<Mox8u>>>;
 template <> constexpr auto entry<moxiXYZToRGB_8u_AC4R>  = converts<innerXYZToRGB_8u_C3R<AC4<Mox8u>>>;
-template <> constexpr auto entry<moxiXYZToRGB_16u_C3R>  = converts<innerXYZToRGB_16u_C3R<C3<Mox16u>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiXYZToRGB_16u_AC4R> = converts<innerXYZToRGB_16u_C3R<AC4<Mox16u>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiXYZToRGB_16s_C3R>  = converts<innerXYZToRGB_16u_C3R<C3<Mox16s>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiXYZToRGB_16s_AC4R> = converts<innerXYZToRGB_16u_C3R<AC4<Mox16s>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiXYZToRGB_32f_C3R>  = converts<innerXYZToRGB_32f_C3R<C3<Mox32f>>, Steps::wholeSamples>;
-template <> constexpr auto entry<moxiXYZToRGB_32f_AC4R> = converts<innerXYZToRGB_32f_C3R<AC4<Mox32f>>, Steps::wholeSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16u_C3R>  = converts<innerXYZToRGB_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16u_AC4R> = converts<innerXYZToRGB_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16s_C3R>  = converts<innerXYZToRGB_16u_C3R<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_16s_AC4R> = converts<innerXYZToRGB_16u_C3R<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_32f_C3R>  = converts<innerXYZToRGB_32f_C3R<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiXYZToRGB_32f_AC4R> = converts<innerXYZToRGB_32f_C3R<AC4<Mox32f>>, inSamples>;
 // clang-format on
 
 }  // namespace q4

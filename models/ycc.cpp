@@ -4,7 +4,7 @@
 
 #include <bit>
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/samples.h"
 
 namespace q4 {
@@ -171,69 +171,28 @@ template <class L>
 using innerYCCToRGB_32f_C3R = AllColumns<L, L, On<F32, Decode32f>>;
 
 }  // namespace
-}  // namespace q4
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-using namespace q4;
+// clang-format off
+template <> constexpr auto entry<moxiRGBToYCC_8u_C3R>   = converts<innerRGBToYCC_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToYCC_8u_AC4R>  = converts<innerRGBToYCC_8u_C3R<AC4<Mox8u>>>;
+template <> constexpr auto entry<moxiRGBToYCC_16u_C3R>  = converts<innerRGBToYCC_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToYCC_16u_AC4R> = converts<innerRGBToYCC_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToYCC_16s_C3R>  = converts<innerRGBToYCC_16s_C3R<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToYCC_16s_AC4R> = converts<innerRGBToYCC_16s_C3R<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToYCC_32f_C3R>  = converts<innerRGBToYCC_32f_C3R<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiRGBToYCC_32f_AC4R> = converts<innerRGBToYCC_32f_C3R<AC4<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiYCCToRGB_8u_C3R>   = converts<innerYCCToRGB_8u_C3R<C3<Mox8u>>>;
+template <> constexpr auto entry<moxiYCCToRGB_8u_AC4R>  = converts<innerYCCToRGB_8u_C3R<AC4<Mox8u>>>;
+template <> constexpr auto entry<moxiYCCToRGB_16u_C3R>  = converts<innerYCCToRGB_16u_C3R<C3<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiYCCToRGB_16u_AC4R> = converts<innerYCCToRGB_16u_C3R<AC4<Mox16u>>, inSamples>;
+template <> constexpr auto entry<moxiYCCToRGB_16s_C3R>  = converts<innerYCCToRGB_16s_C3R<C3<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiYCCToRGB_16s_AC4R> = converts<innerYCCToRGB_16s_C3R<AC4<Mox16s>>, inSamples>;
+template <> constexpr auto entry<moxiYCCToRGB_32f_C3R>  = converts<innerYCCToRGB_32f_C3R<C3<Mox32f>>, inSamples>;
+template <> constexpr auto entry<moxiYCCToRGB_32f_AC4R> = converts<innerYCCToRGB_32f_C3R<AC4<Mox32f>>, inSamples>;
+// clang-format on
 
-MoxStatus moxiRGBToYCC_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_8u_C3R<C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCC_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_8u_C3R<AC4<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCC_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_16u_C3R<C3<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToYCC_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_16u_C3R<AC4<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToYCC_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_16s_C3R<C3<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToYCC_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_16s_C3R<AC4<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToYCC_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_32f_C3R<C3<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
-MoxStatus moxiRGBToYCC_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYCC_32f_C3R<AC4<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
-MoxStatus moxiYCCToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_8u_C3R<C3<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYCCToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_8u_C3R<AC4<Mox8u>>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYCCToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_16u_C3R<C3<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiYCCToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_16u_C3R<AC4<Mox16u>>{}, src, wholeSamples<Mox16u>(srcStep), dst,
-                   wholeSamples<Mox16u>(dstStep), roiSize);
-}
-MoxStatus moxiYCCToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_16s_C3R<C3<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiYCCToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_16s_C3R<AC4<Mox16s>>{}, src, wholeSamples<Mox16s>(srcStep), dst,
-                   wholeSamples<Mox16s>(dstStep), roiSize);
-}
-MoxStatus moxiYCCToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_32f_C3R<C3<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
-MoxStatus moxiYCCToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYCCToRGB_32f_C3R<AC4<Mox32f>>{}, src, wholeSamples<Mox32f>(srcStep), dst,
-                   wholeSamples<Mox32f>(dstStep), roiSize);
-}
+}  // namespace q4
+
+#include "ycc.inc"

@@ -1,13 +1,13 @@
-// YCoCg: a luma and an orange and a green difference, by additions and shifts alone. The plain transform loses low bits; the
-// lifting one (Rev) is undone exactly by its inverse, since both wrap every step alike.
+// YCoCg: a luma and an orange and a green difference, by additions and shifts alone. The plain transform loses low
+// bits; the lifting one (Rev) is undone exactly by its inverse, since both wrap every step alike.
 #include "moxcc/ycocg.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 
 namespace q4 {
 namespace {
 
-// ---- rules, on lanes of 16 or 32 bits that wrap ----------------------------------------------------------------------
+// ---- rules, on lanes of 16 or 32 bits that wrap ---------------------------------------------------------------------
 
 template <class V>
 MOX_INLINE V plus(V v, int constant) {
@@ -72,165 +72,67 @@ struct Inverse8u {
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
-// Pixels are B, G, R in memory but for the 8u forms.
-template <class T>
-using Bgr = Reversed<C3<T>>;
-template <class T>
-using Bgra = Reversed<AC4<T>>;
+using RGBToYCoCg8u = AllColumns<C3<Mox8u>, P3<Mox8u>, On<I16, Forward8u>>;
+using YCoCgToRGB8u = AllColumns<P3<Mox8u>, C3<Mox8u>, On<I16, Inverse8u>>;
 
-template <class Src, class D, class V, class Rule>
-using Encode = AllColumns<Src, P3<D>, On<V, Rule>>;
-template <class S, class D, class V, class Rule>
-using DecodeC3 = AllColumns<P3<S>, Bgr<D>, On<V, Rule>>;
-template <class S, class D, class V, class Rule>
-using DecodeC4 = AllColumns<P3<S>, Reversed<C4<D>>, WithFourth<On<V, Rule>, D>>;
+// All others have pixels of B, G, R in memory.
+template <class S, class D, class Rule>
+using C3P3 = AllColumns<Bgr<S>, P3<D>, Rule>;
+template <class S, class D, class Rule>
+using C4P3 = AllColumns<Reversed<AC4<S>>, P3<D>, Rule>;
+template <class S, class D, class Rule>
+using P3C3 = AllColumns<P3<S>, Bgr<D>, Rule>;
+template <class S, class D, class Rule>
+using P3C4 = AllColumns<P3<S>, Reversed<C4<D>>, WithFourth<Rule, D>>;
+
+using Forward16 = On<I16, Forward<I16>>;
+using Forward32 = On<I32, Forward<I32>>;
+using ForwardRev16 = On<I16, ForwardRev<I16>>;
+using ForwardRev32 = On<I32, ForwardRev<I32>>;
+using Inverse16 = On<I16, Inverse<I16>>;
+using Inverse32 = On<I32, LowWord<Inverse<I32>>>;
+using InverseRev16 = On<I16, InverseRev<I16>>;
+using InverseRev32 = On<I32, LowWord<InverseRev<I32>>>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-enum class SizeTested { no, yes };
-
-/// Pointers first, the inner ones too. A form that does not test the size does nothing for one below 1.
-template <SizeTested tested, class Kernel, class S, class D>
-MoxStatus convertYCoCg(const Kernel& kernel, S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize) {
-    const MoxStatus s =
-        checkPicture<PlanesTested::beforeSize, Kernel::Src::planes, Kernel::Dst::planes>(src, dst, roiSize);
-    if (s != moxStatusOk) return s == moxStatusBadSize && tested == SizeTested::no ? MoxStatus(moxStatusOk) : s;
-    eachRow(kernel, imageOf<typename Kernel::Src>(src, srcStep), imageOf<typename Kernel::Dst>(dst, dstStep), roiSize);
-    return moxStatusOk;
-}
+/// Pointers are tested first, those to planes too; then the size, but in forms that do nothing for one below 1.
+template <class Kernel>
+constexpr Converts<Kernel, planesFirst> sizeTested{};
+template <class Kernel>
+constexpr Converts<Kernel, Order{{Test::pointers, Test::planes}}> anySize{};
 
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiBGRToYCoCg_8u16s_C3P3R>       = sizeTested<C3P3<Mox8u, Mox16s, Forward16>>;
+template <> constexpr auto entry<moxiBGRToYCoCg_8u16s_C4P3R>       = sizeTested<C4P3<Mox8u, Mox16s, Forward16>>;
+template <> constexpr auto entry<moxiBGRToYCoCg_Rev_8u16s_C3P3R>   = sizeTested<C3P3<Mox8u, Mox16s, ForwardRev16>>;
+template <> constexpr auto entry<moxiBGRToYCoCg_Rev_8u16s_C4P3R>   = sizeTested<C4P3<Mox8u, Mox16s, ForwardRev16>>;
+template <> constexpr auto entry<moxiRGBToYCoCg_8u_C3P3R>          = sizeTested<RGBToYCoCg8u>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_16s32s_C3P3R>     = sizeTested<C3P3<Mox16s, Mox32s, Forward32>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_16s32s_C4P3R>     = anySize<C4P3<Mox16s, Mox32s, Forward32>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_16s_C3P3R>        = sizeTested<C3P3<Mox16s, Mox16s, Forward32>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_16s_C4P3R>        = sizeTested<C4P3<Mox16s, Mox16s, Forward32>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_Rev_16s32s_C3P3R> = sizeTested<C3P3<Mox16s, Mox32s, ForwardRev32>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_Rev_16s32s_C4P3R> = anySize<C4P3<Mox16s, Mox32s, ForwardRev32>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_Rev_16s_C3P3R>    = anySize<C3P3<Mox16s, Mox16s, ForwardRev16>>;
+template <> constexpr auto entry<moxiSBGRToYCoCg_Rev_16s_C4P3R>    = anySize<C4P3<Mox16s, Mox16s, ForwardRev16>>;
+template <> constexpr auto entry<moxiYCoCgToBGR_16s8u_P3C3R>       = anySize<P3C3<Mox16s, Mox8u, Inverse16>>;
+template <> constexpr auto entry<moxiYCoCgToBGR_16s8u_P3C4R>       = anySize<P3C4<Mox16s, Mox8u, Inverse16>>;
+template <> constexpr auto entry<moxiYCoCgToBGR_Rev_16s8u_P3C3R>   = anySize<P3C3<Mox16s, Mox8u, InverseRev16>>;
+template <> constexpr auto entry<moxiYCoCgToBGR_Rev_16s8u_P3C4R>   = anySize<P3C4<Mox16s, Mox8u, InverseRev16>>;
+template <> constexpr auto entry<moxiYCoCgToRGB_8u_P3C3R>          = anySize<YCoCgToRGB8u>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_16s_P3C3R>        = anySize<P3C3<Mox16s, Mox16s, Inverse16>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_16s_P3C4R>        = sizeTested<P3C4<Mox16s, Mox16s, Inverse16>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_32s16s_P3C3R>     = sizeTested<P3C3<Mox32s, Mox16s, Inverse32>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_32s16s_P3C4R>     = sizeTested<P3C4<Mox32s, Mox16s, Inverse32>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_Rev_16s_P3C3R>    = anySize<P3C3<Mox16s, Mox16s, InverseRev16>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_Rev_16s_P3C4R>    = anySize<P3C4<Mox16s, Mox16s, InverseRev16>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_Rev_32s16s_P3C3R> = anySize<P3C3<Mox32s, Mox16s, InverseRev32>>;
+template <> constexpr auto entry<moxiYCoCgToSBGR_Rev_32s16s_P3C4R> = anySize<P3C4<Mox32s, Mox16s, InverseRev32>>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiBGRToYCoCg_8u16s_C3P3R(const Mox8u* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                     MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgr<Mox8u>, Mox16s, I16, Forward<I16>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiBGRToYCoCg_8u16s_C4P3R(const Mox8u* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                     MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgra<Mox8u>, Mox16s, I16, Forward<I16>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiBGRToYCoCg_Rev_8u16s_C3P3R(const Mox8u* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                         MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgr<Mox8u>, Mox16s, I16, ForwardRev<I16>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiBGRToYCoCg_Rev_8u16s_C4P3R(const Mox8u* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                         MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgra<Mox8u>, Mox16s, I16, ForwardRev<I16>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCoCg_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                  MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<C3<Mox8u>, Mox8u, I16, Forward8u>{}, src, srcStep, dstPlanes, dstStep,
-                                         roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_16s32s_C3P3R(const Mox16s* src, int32_t srcStep, Mox32s* const* dstPlanes, int32_t dstStep,
-                                       MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgr<Mox16s>, Mox32s, I32, Forward<I32>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_16s32s_C4P3R(const Mox16s* src, int32_t srcStep, Mox32s* const* dstPlanes, int32_t dstStep,
-                                       MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(Encode<Bgra<Mox16s>, Mox32s, I32, Forward<I32>>{}, src, srcStep, dstPlanes,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_16s_C3P3R(const Mox16s* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                    MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgr<Mox16s>, Mox16s, I32, Forward<I32>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_16s_C4P3R(const Mox16s* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                    MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgra<Mox16s>, Mox16s, I32, Forward<I32>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_Rev_16s32s_C3P3R(const Mox16s* src, int32_t srcStep, Mox32s* const* dstPlanes,
-                                           int32_t dstStep, MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(Encode<Bgr<Mox16s>, Mox32s, I32, ForwardRev<I32>>{}, src, srcStep, dstPlanes,
-                                         dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_Rev_16s32s_C4P3R(const Mox16s* src, int32_t srcStep, Mox32s* const* dstPlanes,
-                                           int32_t dstStep, MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(Encode<Bgra<Mox16s>, Mox32s, I32, ForwardRev<I32>>{}, src, srcStep, dstPlanes,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_Rev_16s_C3P3R(const Mox16s* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                        MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(Encode<Bgr<Mox16s>, Mox16s, I16, ForwardRev<I16>>{}, src, srcStep, dstPlanes,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiSBGRToYCoCg_Rev_16s_C4P3R(const Mox16s* src, int32_t srcStep, Mox16s* const* dstPlanes, int32_t dstStep,
-                                        MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(Encode<Bgra<Mox16s>, Mox16s, I16, ForwardRev<I16>>{}, src, srcStep, dstPlanes,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToBGR_16s8u_P3C3R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                     MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(DecodeC3<Mox16s, Mox8u, I16, Inverse<I16>>{}, srcPlanes, srcStep, dst, dstStep,
-                                        roiSize);
-}
-MoxStatus moxiYCoCgToBGR_16s8u_P3C4R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                     MoxiSize roiSize, Mox8u aval) {
-    return convertYCoCg<SizeTested::no>(DecodeC4<Mox16s, Mox8u, I16, Inverse<I16>>{{{}, aval}}, srcPlanes, srcStep, dst,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToBGR_Rev_16s8u_P3C3R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                         MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(DecodeC3<Mox16s, Mox8u, I16, InverseRev<I16>>{}, srcPlanes, srcStep, dst,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToBGR_Rev_16s8u_P3C4R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                         MoxiSize roiSize, Mox8u aval) {
-    return convertYCoCg<SizeTested::no>(DecodeC4<Mox16s, Mox8u, I16, InverseRev<I16>>{{{}, aval}}, srcPlanes, srcStep,
-                                        dst, dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToRGB_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                  MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(AllColumns<P3<Mox8u>, C3<Mox8u>, On<I16, Inverse8u>>{}, srcPlanes, srcStep, dst,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_16s_P3C3R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox16s* dst, int32_t dstStep,
-                                    MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(DecodeC3<Mox16s, Mox16s, I16, Inverse<I16>>{}, srcPlanes, srcStep, dst, dstStep,
-                                        roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_16s_P3C4R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox16s* dst, int32_t dstStep,
-                                    MoxiSize roiSize, Mox16s aval) {
-    return convertYCoCg<SizeTested::yes>(DecodeC4<Mox16s, Mox16s, I16, Inverse<I16>>{{{}, aval}}, srcPlanes, srcStep,
-                                         dst, dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_32s16s_P3C3R(const Mox32s* const* srcPlanes, int32_t srcStep, Mox16s* dst, int32_t dstStep,
-                                       MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::yes>(DecodeC3<Mox32s, Mox16s, I32, LowWord<Inverse<I32>>>{}, srcPlanes, srcStep,
-                                         dst, dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_32s16s_P3C4R(const Mox32s* const* srcPlanes, int32_t srcStep, Mox16s* dst, int32_t dstStep,
-                                       MoxiSize roiSize, Mox16s aval) {
-    return convertYCoCg<SizeTested::yes>(DecodeC4<Mox32s, Mox16s, I32, LowWord<Inverse<I32>>>{{{}, aval}}, srcPlanes,
-                                         srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_Rev_16s_P3C3R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox16s* dst, int32_t dstStep,
-                                        MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(DecodeC3<Mox16s, Mox16s, I16, InverseRev<I16>>{}, srcPlanes, srcStep, dst,
-                                        dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_Rev_16s_P3C4R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox16s* dst, int32_t dstStep,
-                                        MoxiSize roiSize, Mox16s aval) {
-    return convertYCoCg<SizeTested::no>(DecodeC4<Mox16s, Mox16s, I16, InverseRev<I16>>{{{}, aval}}, srcPlanes, srcStep,
-                                        dst, dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_Rev_32s16s_P3C3R(const Mox32s* const* srcPlanes, int32_t srcStep, Mox16s* dst,
-                                           int32_t dstStep, MoxiSize roiSize) {
-    return convertYCoCg<SizeTested::no>(DecodeC3<Mox32s, Mox16s, I32, LowWord<InverseRev<I32>>>{}, srcPlanes, srcStep,
-                                        dst, dstStep, roiSize);
-}
-MoxStatus moxiYCoCgToSBGR_Rev_32s16s_P3C4R(const Mox32s* const* srcPlanes, int32_t srcStep, Mox16s* dst,
-                                           int32_t dstStep, MoxiSize roiSize, Mox16s aval) {
-    return convertYCoCg<SizeTested::no>(DecodeC4<Mox32s, Mox16s, I32, LowWord<InverseRev<I32>>>{{{}, aval}}, srcPlanes,
-                                        srcStep, dst, dstStep, roiSize);
-}
+#include "ycocg.inc"

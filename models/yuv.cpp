@@ -1,7 +1,7 @@
 // RGB and full-range YUV at full resolution.
 #include "moxcc/yuv.h"
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "models/yuv_rules.h"
 
 namespace q4 {
@@ -23,46 +23,23 @@ using innerYUVToRGB_8u_P3C3R = Split<P3<Mox8u>, C3<Mox8u>, 16, On<I16, UI5>, On<
 using innerYUVToRGB_8u_P3R = AllColumns<P3<Mox8u>, P3<Mox8u>, On<I16, UI3>>;
 
 }  // namespace
-}  // namespace q4
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-using namespace q4;
+// clang-format off
+template <> constexpr auto entry<moxiRGBToYUV_8u_C3R>    = converts<innerRGBToYUV_8u_C3R>;
+template <> constexpr auto entry<moxiRGBToYUV_8u_AC4R>   = converts<innerRGBToYUV_8u_AC4R>;
+template <> constexpr auto entry<moxiRGBToYUV_8u_C3P3R>  = converts<innerRGBToYUV_8u_C3P3R>;
+template <> constexpr auto entry<moxiRGBToYUV_8u_AC4P4R> = converts<myRGBToYUV_8u_AC4P4R>;
+template <> constexpr auto entry<moxiRGBToYUV_8u_P3R>    = converts<innerRGBToYUV_8u_P3R>;
 
-MoxStatus moxiRGBToYUV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYUV_8u_C3R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYUV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerRGBToYUV_8u_AC4R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYUV_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convert(innerRGBToYUV_8u_C3P3R{}, src, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYUV_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                                 MoxiSize roiSize) {
-    return convert(myRGBToYUV_8u_AC4P4R{}, src, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYUV_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                              MoxiSize roiSize) {
-    return convert(innerRGBToYUV_8u_P3R{}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
+template <> constexpr auto entry<moxiYUVToRGB_8u_C3R>    = converts<innerYUVToRGB_8u_C3R>;
+template <> constexpr auto entry<moxiYUVToRGB_8u_AC4R>   = converts<innerYUVToRGB_8u_AC4R>;
+template <> constexpr auto entry<moxiYUVToRGB_8u_C3C4R>  = converts<ownYUVToRGB_8u_C3C4R>;
+template <> constexpr auto entry<moxiYUVToRGB_8u_P3C3R>  = converts<innerYUVToRGB_8u_P3C3R>;
+template <> constexpr auto entry<moxiYUVToRGB_8u_P3R>    = converts<innerYUVToRGB_8u_P3R>;
+// clang-format on
 
-MoxStatus moxiYUVToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYUVToRGB_8u_C3R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYUVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert(innerYUVToRGB_8u_AC4R{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYUVToRGB_8u_C3C4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                Mox8u aval) {
-    return convert(ownYUVToRGB_8u_C3C4R{{{}, aval}, {{}, aval}}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYUVToRGB_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convert(innerYUVToRGB_8u_P3C3R{}, srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYUVToRGB_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
-                              MoxiSize roiSize) {
-    return convert(innerYUVToRGB_8u_P3R{}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
+}  // namespace q4
+
+#include "yuv.inc"
