@@ -324,7 +324,7 @@ void ownAHD(const MirroredImage<T>& image, BayerSites sites, const StripPlan& pl
 // The caller's scratch stays unused: tiles and their few rows on the stack are faster, as they stay in the first cache.
 template <class T>
 MoxStatus demosaicAHD(const T* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep, T* dst, int32_t dstStep,
-                      MoxBayerGrid grid) {
+                      MoxBayerGrid grid, Mox8u*, int32_t) {
     if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(srcSize, 5, 5), gridKnown(grid))) return s;
 
     // A negative origin counts as 0 and does not shorten the region.
@@ -340,16 +340,12 @@ MoxStatus demosaicAHD(const T* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t s
 }
 
 }  // namespace
+
+template <>
+constexpr auto entry<moxiDemosaicAHD_8u_C1C3R> = demosaicAHD<Mox8u>;
+template <>
+constexpr auto entry<moxiDemosaicAHD_16u_C1C3R> = demosaicAHD<Mox16u>;
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiDemosaicAHD_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep, Mox8u* dst,
-                                   int32_t dstStep, MoxBayerGrid grid, Mox8u*, int32_t) {
-    return demosaicAHD(src, srcRoi, srcSize, srcStep, dst, dstStep, grid);
-}
-
-MoxStatus moxiDemosaicAHD_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep, Mox16u* dst,
-                                    int32_t dstStep, MoxBayerGrid grid, Mox8u*, int32_t) {
-    return demosaicAHD(src, srcRoi, srcSize, srcStep, dst, dstStep, grid);
-}
+#include "ahd.inc"

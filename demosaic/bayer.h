@@ -10,7 +10,7 @@
 #include <cstring>
 #include <limits>
 
-#include "frame/checks.h"
+#include "frame/entry.h"
 #include "frame/kernel.h"
 #include "moxcc/demosaic.h"
 

@@ -114,16 +114,12 @@ MoxStatus cfaToRGB(const T* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcS
 }
 
 }  // namespace
+
+template <>
+constexpr auto entry<moxiCFAToRGB_8u_C1C3R> = cfaToRGB<Mox8u>;
+template <>
+constexpr auto entry<moxiCFAToRGB_16u_C1C3R> = cfaToRGB<Mox16u>;
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiCFAToRGB_8u_C1C3R(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep, Mox8u* dst,
-                                int32_t dstStep, MoxBayerGrid grid) {
-    return cfaToRGB(src, srcRoi, srcSize, srcStep, dst, dstStep, grid);
-}
-
-MoxStatus moxiCFAToRGB_16u_C1C3R(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep, Mox16u* dst,
-                                 int32_t dstStep, MoxBayerGrid grid) {
-    return cfaToRGB(src, srcRoi, srcSize, srcStep, dst, dstStep, grid);
-}
+#include "bilinear.inc"

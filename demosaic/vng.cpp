@@ -273,16 +273,12 @@ MoxStatus cfaToBGRA(const T* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t src
 }
 
 }  // namespace
+
+template <>
+constexpr auto entry<moxiCFAToBGRA_VNG_8u_C1C4R_L> = cfaToBGRA<Mox8u>;
+template <>
+constexpr auto entry<moxiCFAToBGRA_VNG_16u_C1C4R_L> = cfaToBGRA<Mox16u>;
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiCFAToBGRA_VNG_8u_C1C4R_L(const Mox8u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
-                                       const Mox32f* scale, Mox8u* dst, int32_t dstStep, MoxBayerGrid grid) {
-    return cfaToBGRA(src, srcRoi, srcSize, srcStep, scale, dst, dstStep, grid);
-}
-
-MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcRoi, MoxiSize srcSize, int32_t srcStep,
-                                        const Mox32f* scale, Mox16u* dst, int32_t dstStep, MoxBayerGrid grid) {
-    return cfaToBGRA(src, srcRoi, srcSize, srcStep, scale, dst, dstStep, grid);
-}
+#include "vng.inc"

@@ -4,6 +4,8 @@
 // block (N / lanes pixels), so that widening and narrowing, which are lane-local, keep the order.
 #pragma once
 
+#include <concepts>
+
 #include "simd/vec.h"
 
 namespace q4 {
@@ -99,7 +101,9 @@ MOX_INLINE I32 lowBits(I32 v) {
 /// aggregate of them.
 template <class Part, class... Extra>
 MOX_INLINE Part partOf(Extra... extra) {
-    if constexpr (requires { Part::of(extra...); })
+    if constexpr (requires {
+                      { Part::of(extra...) } -> std::same_as<Part>;
+                  })
         return Part::of(extra...);
     else
         return Part{extra...};

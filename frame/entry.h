@@ -34,6 +34,7 @@ enum class Test {
     weights,     // the pointer to a table of weights
     steps,       // at least 1
     size,        // at least as large as the line says
+    values,      // the arguments behind the size, by the kernel's own check()
 };
 
 /// The tests in the order in which they decide. Without a test of the size, nothing is done for one below 1.
@@ -176,6 +177,7 @@ struct Converts {
         if constexpr (test == Test::weights) return status((... && extra), moxStatusNullPtr);
         if constexpr (test == Test::steps)
             return status(src.stepsArePositive() && dst.stepsArePositive(), moxStatusBadStep);
+        if constexpr (test == Test::values) return Kernel::check(extra...);
         if constexpr (test == Test::size)
             return status(size.width >= least.width && size.height >= least.height, moxStatusBadSize);
         return moxStatusOk;

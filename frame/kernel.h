@@ -210,6 +210,30 @@ inline void eachRow(const Kernel& kernel, const Src& src, const Dst& dst, MoxiSi
     for (ptrdiff_t y = 0; y < size.height; ++y) kernel.row(src.row(y), dst.row(y), size.width);
 }
 
+/// A row kernel of single samples, over pixels of n.
+template <int n, class Kernel>
+struct Samples : Kernel {
+    MOX_INLINE void row(const SrcRows<1>& src, const DstRows<1>& dst, ptrdiff_t width) const {
+        Kernel::row(src, dst, n * width);
+    }
+};
+
+/// A picture kernel for planes, one after the other, by a row kernel of single samples.
+template <int planes, class Plane>
+struct EachPlane : Plane {
+    using Src = Planar<typename Plane::Src::Sample, planes>;
+    using Dst = Planar<typename Plane::Dst::Sample, planes>;
+
+    template <class... Extra>
+    MOX_INLINE static EachPlane of(Extra... extra) {
+        return {partOf<Plane>(extra...)};
+    }
+    void picture(const Image<const uint8_t, planes>& src, const Image<uint8_t, planes>& dst, MoxiSize size) const {
+        const Plane& plane = *this;
+        for (int i = 0; i < planes; ++i) eachRow(plane, src.plane(i), dst.plane(i), size);
+    }
+};
+
 /// A kernel that warns of pixels in no whole cell, which it leaves alone, says what a cell is.
 template <class Kernel>
 MOX_INLINE MoxStatus statusOf(MoxiSize size) {

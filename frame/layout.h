@@ -42,6 +42,7 @@ struct Image {
         for (int i = 0; i < n; ++i) r.p[i] = base[i] + y * step[i];
         return r;
     }
+    MOX_INLINE Image<Byte, 1> plane(int i) const { return {{base[i]}, {step[i]}}; }
     /// As a source.
     MOX_INLINE operator Image<const uint8_t, n>() const requires(!std::is_const_v<Byte>) {
         Image<const uint8_t, n> source;

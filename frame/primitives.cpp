@@ -135,7 +135,7 @@ MoxStatus moxiMax_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, 
     return moxStatusOk;
 }
 
-MoxStatus moxiSum_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result, int32_t) {
+MoxStatus moxiSum_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result) {
     if (MoxStatus s = firstOf(notNull(src, result), sizeAtLeast(roiSize, 1, 1))) return s;
     long double total = 0;  // 64 bits of mantissa
     for (ptrdiff_t y = 0; y < roiSize.height; ++y) addRow(image(src, srcStep).row(y).p[0], roiSize.width, total);
@@ -143,10 +143,10 @@ MoxStatus moxiSum_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, 
     return moxStatusOk;
 }
 
-MoxStatus moxiMean_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result, int32_t hint) {
+MoxStatus moxiMean_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result) {
     if (!result) return moxStatusNullPtr;
     Mox64f sum;
-    if (MoxStatus s = moxiSum_32f_C1R(src, srcStep, roiSize, &sum, hint)) return s;
+    if (MoxStatus s = moxiSum_32f_C1R(src, srcStep, roiSize, &sum)) return s;
     const int32_t count = int32_t(uint32_t(roiSize.width) * uint32_t(roiSize.height));
     *result = sum / count;
     return moxStatusOk;

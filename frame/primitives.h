@@ -14,12 +14,10 @@ MoxStatus moxiSet_8u_C1R(Mox8u value, Mox8u* dst, int32_t dstStep, MoxiSize roiS
 /// The greatest sample; NaNs are passed over, and an image of nothing greater gives the most negative finite float.
 MoxStatus moxiMax_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox32f* result);
 
-/// The one summation in use.
-inline constexpr int32_t sumHint = 1;
 /// The sum in single precision within a row, in an order that depends on the row's address modulo 16, and in extended
 /// precision over the rows.
-MoxStatus moxiSum_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result, int32_t hint);
+MoxStatus moxiSum_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result);
 /// That sum divided by the number of samples; result keeps its value on failure.
-MoxStatus moxiMean_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result, int32_t hint);
+MoxStatus moxiMean_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result);
 
 }  // namespace q4

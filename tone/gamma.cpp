@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "frame/convert.h"
-#include "math/powx.h"
+#include "frame/entry.h"
 #include "math/gamma_tables.h"
+#include "math/powx.h"
 
 namespace q4 {
 namespace {
@@ -143,14 +143,6 @@ struct LookUp16u {
     }
 };
 
-/// A kernel of single samples over pixels of n.
-template <int n, class Kernel>
-struct Samples : Kernel {
-    MOX_INLINE void row(const SrcRows<1>& src, const DstRows<1>& dst, ptrdiff_t width) const {
-        Kernel::row(src, dst, n * width);
-    }
-};
-
 /// Two layouts read side by side: the channels of the first, then those of the second.
 template <class A, class B>
 struct Beside : LayoutOf<A::planes + B::planes> {
@@ -183,7 +175,7 @@ struct GammaPieces {
     static constexpr ptrdiff_t samples = 384;
     Mox32f vMin, vMax;
 
-    MoxStatus checkRange() const { return vMax - vMin <= 0 ? moxStatusBadRange : moxStatusOk; }
+    static MoxStatus check(Mox32f vMin, Mox32f vMax) { return vMax - vMin <= 0 ? moxStatusBadRange : moxStatusOk; }
 
     MOX_INLINE void row(SrcRows<1> src, DstRows<1> dst, ptrdiff_t width) const {
         using Powers = Planar<Mox32f, channels>;
@@ -207,177 +199,76 @@ struct GammaPieces {
 };
 
 template <Table<Mox8u> table>
-using P3_8u = AllColumns<C1<Mox8u>, C1<Mox8u>, On<U8, LookUp<table>>>;
+using Samples8u = AllColumns<C1<Mox8u>, C1<Mox8u>, On<U8, LookUp<table>>>;
 template <Table<Mox8u> table>
-using C3_8u = Samples<3, P3_8u<table>>;
+using P3_8u = EachPlane<3, Samples8u<table>>;
+template <Table<Mox8u> table>
+using C3_8u = Samples<3, Samples8u<table>>;
 template <Table<Mox8u> table>
 using AC4_8u = AllColumns<AC4<Mox8u>, AC4<Mox8u>, On<U8, LookUp<table>>>;
 
 template <Table<Mox16u> table>
-using P3_16u = LookUp16u<table, 4>;
+using P3_16u = EachPlane<3, LookUp16u<table, 4>>;
 template <Table<Mox16u> table>
-using C3_16u = Samples<3, P3_16u<table>>;
+using C3_16u = Samples<3, LookUp16u<table, 4>>;
 template <Table<Mox16u> table>
 using AC4_16u = Samples<4, LookUp16u<table, 3>>;
 
 template <class Curve, class Precision>
-using P3_32f = GammaPieces<C1<Mox32f>, Curve, Precision>;
+using P3_32f = EachPlane<3, GammaPieces<C1<Mox32f>, Curve, Precision>>;
 template <class Curve, class Precision>
-using C3_32f = Samples<3, P3_32f<Curve, Precision>>;
+using C3_32f = Samples<3, GammaPieces<C1<Mox32f>, Curve, Precision>>;
 template <class Curve, class Precision>
 using AC4_32f = GammaPieces<AC4<Mox32f>, Curve, Precision>;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-template <class Kernel, class S, class D>
-MoxStatus check(const Kernel& kernel, S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize) {
-    if constexpr (requires { kernel.checkRange(); })
-        if (MoxStatus s = kernel.checkRange()) return s;
-    return firstOf([=] { return checkPicture<PlanesTested::beforeSize, 3, 3>(src, dst, roiSize); },
-                   stepsPositive(srcStep, dstStep));
-}
-
-/// One picture of interleaved pixels; in place if source and destination are the same.
-template <class Kernel, class T>
-MoxStatus run(const Kernel& kernel, const T* src, int32_t srcStep, T* dst, int32_t dstStep, MoxiSize roiSize) {
-    if (MoxStatus s = check(kernel, src, srcStep, dst, dstStep, roiSize)) return s;
-    eachRow(kernel, image(src, srcStep), image(dst, dstStep), roiSize);
-    return moxStatusOk;
-}
-
-/// Three planes, one after the other.
-template <class Kernel, class T>
-MoxStatus run(const Kernel& kernel, const T* const* src, int32_t srcStep, T* const* dst, int32_t dstStep,
-              MoxiSize roiSize) {
-    if (MoxStatus s = check(kernel, src, srcStep, dst, dstStep, roiSize)) return s;
-    for (int i = 0; i < 3; ++i) eachRow(kernel, image(src[i], srcStep), image(dst[i], dstStep), roiSize);
-    return moxStatusOk;
-}
+constexpr Order stepsLast = {{Test::pointers, Test::planes, Test::size, Test::steps}};
+constexpr Order rangeFirst = {{Test::values, Test::pointers, Test::planes, Test::size, Test::steps}};
 
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiGammaFwd_8u_C3R>    = converts<C3_8u<tableFwd8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_8u_C3IR>   = converts<C3_8u<tableFwd8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_8u_AC4R>   = converts<AC4_8u<tableFwd8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_8u_AC4IR>  = converts<AC4_8u<tableFwd8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_8u_P3R>    = converts<P3_8u<tableFwd8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_8u_IP3R>   = converts<P3_8u<tableFwd8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_8u_C3R>    = converts<C3_8u<tableInv8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_8u_C3IR>   = converts<C3_8u<tableInv8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_8u_AC4R>   = converts<AC4_8u<tableInv8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_8u_AC4IR>  = converts<AC4_8u<tableInv8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_8u_P3R>    = converts<P3_8u<tableInv8u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_8u_IP3R>   = converts<P3_8u<tableInv8u>, stepsLast>;
+
+template <> constexpr auto entry<moxiGammaFwd_16u_C3R>   = converts<C3_16u<tableFwd16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_16u_C3IR>  = converts<C3_16u<tableFwd16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_16u_AC4R>  = converts<AC4_16u<tableFwd16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_16u_AC4IR> = converts<AC4_16u<tableFwd16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_16u_P3R>   = converts<P3_16u<tableFwd16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaFwd_16u_IP3R>  = converts<P3_16u<tableFwd16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_16u_C3R>   = converts<C3_16u<tableInv16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_16u_C3IR>  = converts<C3_16u<tableInv16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_16u_AC4R>  = converts<AC4_16u<tableInv16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_16u_AC4IR> = converts<AC4_16u<tableInv16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_16u_P3R>   = converts<P3_16u<tableInv16u>, stepsLast>;
+template <> constexpr auto entry<moxiGammaInv_16u_IP3R>  = converts<P3_16u<tableInv16u>, stepsLast>;
+
+template <> constexpr auto entry<moxiGammaFwd_32f_C3R>   = converts<C3_32f<Forward, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaFwd_32f_C3IR>  = converts<C3_32f<Forward, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaFwd_32f_AC4R>  = converts<AC4_32f<Forward, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaFwd_32f_AC4IR> = converts<AC4_32f<Forward, F64x2>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaFwd_32f_P3R>   = converts<P3_32f<Forward, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaFwd_32f_IP3R>  = converts<P3_32f<Forward, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaInv_32f_C3R>   = converts<C3_32f<Inverse, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaInv_32f_C3IR>  = converts<C3_32f<Inverse, F32>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaInv_32f_AC4R>  = converts<AC4_32f<Inverse, F64x2>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaInv_32f_AC4IR> = converts<AC4_32f<Inverse, F64x2>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaInv_32f_P3R>   = converts<P3_32f<Inverse, F64x2>, rangeFirst>;
+template <> constexpr auto entry<moxiGammaInv_32f_IP3R>  = converts<P3_32f<Inverse, F64x2>, rangeFirst>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiGammaFwd_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(C3_8u<tableFwd8u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_8u_C3IR(Mox8u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(C3_8u<tableFwd8u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(AC4_8u<tableFwd8u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_8u_AC4IR(Mox8u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(AC4_8u<tableFwd8u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_8u_P3R(const Mox8u* const srcPlanes[3], int32_t srcStep, Mox8u* const dstPlanes[3],
-                              int32_t dstStep, MoxiSize roiSize) {
-    return run(P3_8u<tableFwd8u>{}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_8u_IP3R(Mox8u* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize) {
-    return run(P3_8u<tableFwd8u>{}, srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(C3_8u<tableInv8u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_8u_C3IR(Mox8u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(C3_8u<tableInv8u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(AC4_8u<tableInv8u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_8u_AC4IR(Mox8u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(AC4_8u<tableInv8u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_8u_P3R(const Mox8u* const srcPlanes[3], int32_t srcStep, Mox8u* const dstPlanes[3],
-                              int32_t dstStep, MoxiSize roiSize) {
-    return run(P3_8u<tableInv8u>{}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_8u_IP3R(Mox8u* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize) {
-    return run(P3_8u<tableInv8u>{}, srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize);
-}
-
-MoxStatus moxiGammaFwd_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(C3_16u<tableFwd16u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_16u_C3IR(Mox16u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(C3_16u<tableFwd16u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(AC4_16u<tableFwd16u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_16u_AC4IR(Mox16u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(AC4_16u<tableFwd16u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_16u_P3R(const Mox16u* const srcPlanes[3], int32_t srcStep, Mox16u* const dstPlanes[3],
-                               int32_t dstStep, MoxiSize roiSize) {
-    return run(P3_16u<tableFwd16u>{}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_16u_IP3R(Mox16u* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize) {
-    return run(P3_16u<tableFwd16u>{}, srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(C3_16u<tableInv16u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_16u_C3IR(Mox16u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(C3_16u<tableInv16u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return run(AC4_16u<tableInv16u>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_16u_AC4IR(Mox16u* srcDst, int32_t srcDstStep, MoxiSize roiSize) {
-    return run(AC4_16u<tableInv16u>{}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_16u_P3R(const Mox16u* const srcPlanes[3], int32_t srcStep, Mox16u* const dstPlanes[3],
-                               int32_t dstStep, MoxiSize roiSize) {
-    return run(P3_16u<tableInv16u>{}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_16u_IP3R(Mox16u* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize) {
-    return run(P3_16u<tableInv16u>{}, srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize);
-}
-
-MoxStatus moxiGammaFwd_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                               Mox32f vMin, Mox32f vMax) {
-    return run(C3_32f<Forward, F32>{vMin, vMax}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_32f_C3IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax) {
-    return run(C3_32f<Forward, F32>{vMin, vMax}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                Mox32f vMin, Mox32f vMax) {
-    return run(AC4_32f<Forward, F32>{vMin, vMax}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_32f_AC4IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax) {
-    return run(AC4_32f<Forward, F64x2>{vMin, vMax}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_32f_P3R(const Mox32f* const srcPlanes[3], int32_t srcStep, Mox32f* const dstPlanes[3],
-                               int32_t dstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax) {
-    return run(P3_32f<Forward, F32>{vMin, vMax}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiGammaFwd_32f_IP3R(Mox32f* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin,
-                                Mox32f vMax) {
-    return run(P3_32f<Forward, F32>{vMin, vMax}, srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                               Mox32f vMin, Mox32f vMax) {
-    return run(C3_32f<Inverse, F32>{vMin, vMax}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_32f_C3IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax) {
-    return run(C3_32f<Inverse, F32>{vMin, vMax}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                Mox32f vMin, Mox32f vMax) {
-    return run(AC4_32f<Inverse, F64x2>{vMin, vMax}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_32f_AC4IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax) {
-    return run(AC4_32f<Inverse, F64x2>{vMin, vMax}, srcDst, srcDstStep, srcDst, srcDstStep, roiSize);
-}
-MoxStatus moxiGammaInv_32f_P3R(const Mox32f* const srcPlanes[3], int32_t srcStep, Mox32f* const dstPlanes[3],
-                               int32_t dstStep, MoxiSize roiSize, Mox32f vMin, Mox32f vMax) {
-    return run(P3_32f<Inverse, F64x2>{vMin, vMax}, srcPlanes, srcStep, dstPlanes, dstStep, roiSize);
-}
-MoxStatus moxiGammaInv_32f_IP3R(Mox32f* const srcDstPlanes[3], int32_t srcDstStep, MoxiSize roiSize, Mox32f vMin,
-                                Mox32f vMax) {
-    return run(P3_32f<Inverse, F64x2>{vMin, vMax}, srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize);
-}
+#include "gamma.inc"

@@ -1,4 +1,4 @@
-// The noise of the dither methods: a uniform pseudo-random generator, and the tables that a call makes with it.
+// The noise of the dither methods: tables of uniform pseudo-random numbers, which a call makes for itself.
 #pragma once
 
 #include <cstddef>
@@ -7,29 +7,6 @@
 #include "simd/vec.h"
 
 namespace q4 {
-
-/// A generator in caller memory. It adds a subtract-with-borrow sequence over three words and a linear congruential
-/// one.
-template <class T>
-struct [[gnu::packed]] RandUniformState {
-    int32_t identifier;  // tells the sample types apart
-    uint32_t seed;
-    T low, high;
-    Mox64f mean, scale;     // of the results, from signed 32-bit numbers
-    uint32_t congruential;  //
-    uint32_t lag[3];        // the last numbers of the other sequence, latest first
-    int32_t borrow;         // -1 or 0
-};
-using MoxRandUniformState16s = RandUniformState<Mox16s>;
-using MoxRandUniformState32f = RandUniformState<Mox32f>;
-static_assert(sizeof(MoxRandUniformState16s) == 48 && sizeof(MoxRandUniformState32f) == 52);
-
-/// Numbers from low to high. The same seed gives the same sequence.
-MoxStatus moxsRandUniformInit_16s(MoxRandUniformState16s* state, Mox16s low, Mox16s high, uint32_t seed);
-MoxStatus moxsRandUniformInit_32f(MoxRandUniformState32f* state, Mox32f low, Mox32f high, uint32_t seed);
-/// The next len numbers. moxStatusBadState if the state is not of this type.
-MoxStatus moxsRandUniform_16s(Mox16s* dst, int32_t len, MoxRandUniformState16s* state);
-MoxStatus moxsRandUniform_32f(Mox32f* dst, int32_t len, MoxRandUniformState32f* state);
 
 /// Random numbers for every place in a picture, from two tables: a column's offset leads to its number.
 struct NoiseTables {

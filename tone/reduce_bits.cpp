@@ -1,16 +1,15 @@
 // Bit-depth reduction: rounding to a few levels, plainly, by ordered dither or by error diffusion.
 #include "moxcc/reduce_bits.h"
 
-#include "frame/checks.h"
+#include "frame/entry.h"
 #include "frame/fpenv.h"
 #include "tone/error_diffusion.h"
 
 namespace q4 {
 namespace {
 
-/// What a call asks for besides its images.
+/// What a call asks for besides its pictures.
 struct Request {
-    MoxiSize size;
     int32_t noise;
     MoxDitherType type;
     int32_t levels;
@@ -112,55 +111,63 @@ using innerReduceBits_bayer =
 
 // ---- methods --------------------------------------------------------------------------------------------------------
 
-template <class Src, class Dst, class S, class D>
-void ownNo(const S* src, int32_t srcStep, D* dst, int32_t dstStep, const Request& request) {
-    const Mox32f last = Mox32f(request.levels - 1);
-    const Nearest<S, D> rule = {Levels::over(1, request.levels), 0.5f / last};
-    MoxiSize size = request.size;
+using From = Image<const uint8_t, 1>;
+using To = Image<uint8_t, 1>;
+
+template <class Src, class Dst, class S = typename Src::Sample, class D = typename Dst::Sample>
+void ownNo(const From& src, const To& dst, MoxiSize size, int32_t levels) {
+    const Nearest<S, D> rule = {Levels::over(1, levels), 0.5f / Mox32f(levels - 1)};
     if constexpr (Src::keepsOld) {
-        eachRow(ownNo_QX<Src, Dst>{{rule}}, image(src, srcStep), image(dst, dstStep), size);
-    } else {  // a row is one run of samples
-        const ptrdiff_t width = ptrdiff_t(size.width) * Src::channels;
-        for (ptrdiff_t y = 0; y < size.height; ++y)
-            ownNo_QX<C1<S>, C1<D>>{{rule}}.row(image(src, srcStep).row(y), image(dst, dstStep).row(y), width);
+        eachRow(ownNo_QX<Src, Dst>{{rule}}, src, dst, size);
+    } else {
+        eachRow(Samples<Src::channels, ownNo_QX<C1<S>, C1<D>>>{{{rule}}}, src, dst, size);
     }
 }
 
-template <class Src, class Dst, class S, class D>
-void ownReduceBits_bayer(const S* src, int32_t srcStep, D* dst, int32_t dstStep, const Request& request) {
-    const Levels levels = Levels::over(Depth<S, D>::full, request.levels);
-    const auto eachRowWith = [&]<bool plusHalf, class RowThresholds>(const auto& thresholdsOf) {
-        for (ptrdiff_t y = 0; y < request.size.height; ++y) {
-            const innerReduceBits_bayer<Src, Dst, plusHalf, RowThresholds> kernel = {{levels, thresholdsOf(y)}};
-            kernel.row(image(src, srcStep).row(y), image(dst, dstStep).row(y), request.size.width);
+/// Rows by the thresholds that are made for each.
+template <class Src, class Dst, bool plusHalf, class ThresholdsOf>
+struct OrderedRows {
+    Levels levels;
+    ThresholdsOf thresholdsOf;
+
+    void run(const From& src, const To& dst, MoxiSize size) const {
+        for (ptrdiff_t y = 0; y < size.height; ++y) {
+            const innerReduceBits_bayer<Src, Dst, plusHalf, decltype(thresholdsOf(y))> kernel = {
+                {levels, thresholdsOf(y)}};
+            kernel.row(src.row(y), dst.row(y), size.width);
         }
-    };
+    }
+};
+
+template <class Src, class Dst, class S = typename Src::Sample, class D = typename Dst::Sample>
+void ownReduceBits_bayer(const From& src, const To& dst, MoxiSize size, const Request& request) {
+    const Levels levels = Levels::over(Depth<S, D>::full, request.levels);
     if (request.noise == 0) {
-        eachRowWith.template operator()<false, MatrixThresholds>(
-            [&](ptrdiff_t y) { return MatrixThresholds{matrixRow(y) * splat<F32>(levels.step)}; });
+        const auto thresholdsOf = [&](ptrdiff_t y) { return MatrixThresholds{matrixRow(y) * splat<F32>(levels.step)}; };
+        OrderedRows<Src, Dst, false, decltype(thresholdsOf)>{levels, thresholdsOf}.run(src, dst, size);
     } else {
         const Mox32f amplitude = Mox32f(request.noise) / 100;
         const NoiseTables noise = makeNoise(workspace(request.buffer), -amplitude, amplitude);
-        eachRowWith.template operator()<Depth<S, D>::addsHalf && Src::channels != 4, NoisyThresholds>([&](ptrdiff_t y) {
-            return NoisyThresholds{matrixRow(y), levels.step, noise, y};
-        });
+        const auto thresholdsOf = [&](ptrdiff_t y) { return NoisyThresholds{matrixRow(y), levels.step, noise, y}; };
+        constexpr bool plusHalf = Depth<S, D>::addsHalf && Src::channels != 4;
+        OrderedRows<Src, Dst, plusHalf, decltype(thresholdsOf)>{levels, thresholdsOf}.run(src, dst, size);
     }
 }
 
 /// Picks the threshold and the filter, and runs the rows of all channels.
 template <class S, class D>
-void ownReduceBits_diffused(const S* src, int32_t srcStep, D* dst, int32_t dstStep, ptrdiff_t channels,
-                            ptrdiff_t stride, const Request& request) {
+void ownReduceBits_diffused(const From& src, const To& dst, MoxiSize size, ptrdiff_t channels, ptrdiff_t stride,
+                            const Request& request) {
     const Levels levels = Levels::over(Depth<S, D>::full, request.levels);
-    const ptrdiff_t width = request.size.width, height = request.size.height;
+    const ptrdiff_t width = size.width, height = size.height;
     uint8_t* const space = workspace(request.buffer);
     Mox32f* const errors = reinterpret_cast<Mox32f*>(request.noise ? space + NoiseTables::bytes : space);
     std::fill(errors, errors + 2 * width, 0.0f);
 
-    const auto with = [&](const auto& threshold, const auto& filter) {
-        Diffusion<S, D, std::decay_t<decltype(filter)>, std::decay_t<decltype(threshold)>>{
-            {src, srcStep / ptrdiff_t(sizeof(S)), height},
-            {dst, dstStep / ptrdiff_t(sizeof(D)), height},
+    const auto with = [&]<class Threshold, class Filter>(const Threshold& threshold, const Filter& filter) {
+        Diffusion<S, D, Filter, Threshold>{
+            {reinterpret_cast<const S*>(src.base[0]), src.step[0] / ptrdiff_t(sizeof(S)), height},
+            {reinterpret_cast<D*>(dst.base[0]), dst.step[0] / ptrdiff_t(sizeof(D)), height},
             width,
             channels * height,
             stride,
@@ -172,11 +179,11 @@ void ownReduceBits_diffused(const S* src, int32_t srcStep, D* dst, int32_t dstSt
             .run();
     };
     const auto withFilter = [&](const auto& threshold) {
-        using TwoRows = TwoRowFilter<S, D>;
+        using Filter = TwoRowFilter<S, D>;
         if (request.type == moxDitherFs)
             with(threshold, FloydSteinberg<S, D>{});
         else
-            with(threshold, TwoRows{request.type == moxDitherJj ? TwoRows::jarvis : TwoRows::stucki});
+            with(threshold, Filter{request.type == moxDitherJj ? Filter::jarvis : Filter::stucki});
     };
     if (request.noise == 0)
         withFilter(HalfStep{0.5f * levels.step});
@@ -186,188 +193,106 @@ void ownReduceBits_diffused(const S* src, int32_t srcStep, D* dst, int32_t dstSt
 }
 
 /// All that is done in floating point, which rounds to nearest and keeps denormals.
-template <class Src, class Dst, class S, class D>
-[[gnu::noinline]] void reduce(const S* src, int32_t srcStep, D* dst, int32_t dstStep, const Request& request) {
+template <class Src, class Dst>
+[[gnu::noinline]] void reduce(const From& src, const To& dst, MoxiSize size, const Request& request) {
+    using S = typename Src::Sample;
     constexpr ptrdiff_t stride = Src::bytes(0, 1) / ptrdiff_t(sizeof(S));
     if (request.type == moxDitherNone)
-        ownNo<Src, Dst>(src, srcStep, dst, dstStep, request);
+        ownNo<Src, Dst>(src, dst, size, request.levels);
     else if (request.type == moxDitherBayer)
-        ownReduceBits_bayer<Src, Dst>(src, srcStep, dst, dstStep, request);
+        ownReduceBits_bayer<Src, Dst>(src, dst, size, request);
     else
-        ownReduceBits_diffused(src, srcStep, dst, dstStep, Src::channels, stride, request);
+        ownReduceBits_diffused<S, typename Dst::Sample>(src, dst, size, Src::channels, stride, request);
 }
+
+bool isPercentage(int32_t noise) { return noise >= 0 && noise <= 100; }
+bool isDitherType(MoxDitherType type) { return type >= moxDitherNone && type <= moxDitherBayer; }
+
+template <class Src_, class Dst_>
+struct Reduce {
+    using Src = Src_;
+    using Dst = Dst_;
+    Request request;
+
+    static Reduce of(int32_t noise, MoxDitherType type, int32_t levels, Mox8u* buffer) {
+        return {{noise, type, levels, buffer}};
+    }
+    static MoxStatus check(int32_t noise, MoxDitherType type, int32_t levels, const Mox8u* buffer) {
+        constexpr int32_t mostLevels = Depth<typename Src::Sample, typename Dst::Sample>::mostLevels;
+        const bool usesBuffer = type != moxDitherNone && (type != moxDitherBayer || noise > 0);
+        return firstOf(require([=] { return isPercentage(noise); }, moxStatusBadNoise),
+                       require([=] { return levels >= 2 && levels <= mostLevels; }, moxStatusBadLevels),
+                       require([=] { return isDitherType(type); }, moxStatusBadDitherType),
+                       require([=] { return buffer || !usesBuffer; }, moxStatusNullPtr));
+    }
+    void picture(const From& src, const To& dst, MoxiSize size) const {
+        const PlainArithmetic scope;
+        reduce<Src, Dst>(src, dst, size, request);
+    }
+};
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-bool percentage(int32_t noise) { return noise >= 0 && noise <= 100; }
+constexpr Order valuesLast = {{Test::pointers, Test::size, Test::values}};
 
-template <template <class> class Form, class S, class D>
-MoxStatus reduceBits(const S* src, int32_t srcStep, D* dst, int32_t dstStep, const Request& r) {
-    const auto usesBuffer = [&] { return r.type != moxDitherNone && (r.type != moxDitherBayer || r.noise > 0); };
-    if (MoxStatus s = firstOf(
-            notNull(src, dst), sizeAtLeast(r.size, 1, 1),
-            require([&] { return percentage(r.noise); }, moxStatusBadNoise),
-            require([&] { return r.levels >= 2 && r.levels <= Depth<S, D>::mostLevels; }, moxStatusBadLevels),
-            require([&] { return r.type >= moxDitherNone && r.type <= moxDitherBayer; }, moxStatusBadDitherType),
-            require([&] { return r.buffer || !usesBuffer(); }, moxStatusNullPtr)))
+MoxStatus bufferSize(int32_t dataType, MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t* bytes) {
+    const auto isKnown = [=] { return dataType == 1 || dataType == 3 || dataType == 4 || dataType == 9; };
+    if (MoxStatus s =
+            firstOf(notNull(bytes), sizeAtLeast({roiSize.width, 1}, 1, 1), require(isKnown, moxStatusBadDataType),
+                    require([=] { return isPercentage(noise); }, moxStatusBadNoise),
+                    require([=] { return isDitherType(ditherType); }, moxStatusBadDitherType)))
         return s;
-    const PlainArithmetic scope;
-    reduce<Form<S>, Form<D>>(src, srcStep, dst, dstStep, r);
+    // Per column and at the ends: rows of errors for one channel, with margins.
+    static constexpr int64_t errorRows[][2] = {{0, 0}, {8, 16}, {12, 48}, {12, 48}, {0, 0}};
+    // The tables, and two generators' states of 48 and 64 bytes: part of the size that callers were always told.
+    constexpr int64_t noiseBytes = NoiseTables::bytes + 48 + 64;
+    constexpr int64_t alignment = 64;
+    int64_t size = errorRows[ditherType][0] * roiSize.width + errorRows[ditherType][1];
+    if (ditherType != moxDitherNone && noise > 0) size += noiseBytes;
+    if (size > 0) size += alignment;
+    *bytes = int32_t(size);
     return moxStatusOk;
 }
 
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiReduceBitsGetBufferSize> = bufferSize;
+
+template <> constexpr auto entry<moxiReduceBits_8u_C1R>      = converts<Reduce<C1<Mox8u>, C1<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_8u_C3R>      = converts<Reduce<C3<Mox8u>, C3<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_8u_C4R>      = converts<Reduce<C4<Mox8u>, C4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_8u_AC4R>     = converts<Reduce<AC4<Mox8u>, AC4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u_C1R>     = converts<Reduce<C1<Mox16u>, C1<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u_C3R>     = converts<Reduce<C3<Mox16u>, C3<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u_C4R>     = converts<Reduce<C4<Mox16u>, C4<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u_AC4R>    = converts<Reduce<AC4<Mox16u>, AC4<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s_C1R>     = converts<Reduce<C1<Mox16s>, C1<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s_C3R>     = converts<Reduce<C3<Mox16s>, C3<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s_C4R>     = converts<Reduce<C4<Mox16s>, C4<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s_AC4R>    = converts<Reduce<AC4<Mox16s>, AC4<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u8u_C1R>   = converts<Reduce<C1<Mox16u>, C1<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u8u_C3R>   = converts<Reduce<C3<Mox16u>, C3<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u8u_C4R>   = converts<Reduce<C4<Mox16u>, C4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16u8u_AC4R>  = converts<Reduce<AC4<Mox16u>, AC4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s8u_C1R>   = converts<Reduce<C1<Mox16s>, C1<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s8u_C3R>   = converts<Reduce<C3<Mox16s>, C3<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s8u_C4R>   = converts<Reduce<C4<Mox16s>, C4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_16s8u_AC4R>  = converts<Reduce<AC4<Mox16s>, AC4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f8u_C1R>   = converts<Reduce<C1<Mox32f>, C1<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f8u_C3R>   = converts<Reduce<C3<Mox32f>, C3<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f8u_C4R>   = converts<Reduce<C4<Mox32f>, C4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f8u_AC4R>  = converts<Reduce<AC4<Mox32f>, AC4<Mox8u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16u_C1R>  = converts<Reduce<C1<Mox32f>, C1<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16u_C3R>  = converts<Reduce<C3<Mox32f>, C3<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16u_C4R>  = converts<Reduce<C4<Mox32f>, C4<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16u_AC4R> = converts<Reduce<AC4<Mox32f>, AC4<Mox16u>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16s_C1R>  = converts<Reduce<C1<Mox32f>, C1<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16s_C3R>  = converts<Reduce<C3<Mox32f>, C3<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16s_C4R>  = converts<Reduce<C4<Mox32f>, C4<Mox16s>>, valuesLast>;
+template <> constexpr auto entry<moxiReduceBits_32f16s_AC4R> = converts<Reduce<AC4<Mox32f>, AC4<Mox16s>>, valuesLast>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiReduceBitsGetBufferSize(int32_t dataType, MoxiSize roiSize, int32_t noise, MoxDitherType ditherType,
-                                      int32_t* bufferSize) {
-    if (MoxStatus s = firstOf(notNull(bufferSize), sizeAtLeast({roiSize.width, 1}, 1, 1),
-                              require([=] { return dataType == 1 || dataType == 3 || dataType == 4 || dataType == 9; },
-                                      moxStatusBadDataType),
-                              require([=] { return percentage(noise); }, moxStatusBadNoise),
-                              require([=] { return ditherType >= moxDitherNone && ditherType <= moxDitherBayer; },
-                                      moxStatusBadDitherType)))
-        return s;
-    // Per column and at the ends: rows of errors for one channel, with margins.
-    static constexpr int64_t errorRows[][2] = {{0, 0}, {8, 16}, {12, 48}, {12, 48}, {0, 0}};
-    // The tables, and the generators' states in units of 16.
-    constexpr int64_t noiseBytes = NoiseTables::bytes + (sizeof(MoxRandUniformState16s) + 15) / 16 * 16 +
-                                   (sizeof(MoxRandUniformState32f) + 15) / 16 * 16;
-    constexpr int64_t alignment = 64;
-    int64_t bytes = errorRows[ditherType][0] * roiSize.width + errorRows[ditherType][1];
-    if (ditherType != moxDitherNone && noise > 0) bytes += noiseBytes;
-    if (bytes > 0) bytes += alignment;
-    *bufferSize = int32_t(bytes);
-    return moxStatusOk;
-}
-
-MoxStatus moxiReduceBits_8u_C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_8u_C4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u_C1R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u_C4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                  int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s_C1R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s_C4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                 int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                  int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u8u_C1R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u8u_C3R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u8u_C4R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16u8u_AC4R(const Mox16u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s8u_C1R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s8u_C3R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s8u_C4R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_16s8u_AC4R(const Mox16s* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f8u_C1R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f8u_C3R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f8u_C4R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f8u_AC4R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16u_C1R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16u_C3R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16u_C4R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16u_AC4R(const Mox32f* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                     int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16s_C1R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C1>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16s_C3R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C3>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16s_C4R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                    int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<C4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
-MoxStatus moxiReduceBits_32f16s_AC4R(const Mox32f* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                     int32_t noise, MoxDitherType ditherType, int32_t levels, Mox8u* buffer) {
-    return reduceBits<AC4>(src, srcStep, dst, dstStep, {roiSize, noise, ditherType, levels, buffer});
-}
+#include "reduce_bits.inc"

@@ -1,7 +1,7 @@
 // Reduction of 8-bit images to one bit a pixel.
 #include <algorithm>
 
-#include "frame/checks.h"
+#include "frame/entry.h"
 #include "moxcc/reduce_bits.h"
 #include "simd/interleave.h"
 #include "tone/dither.h"
@@ -80,7 +80,7 @@ void writeBits(Bits bits, uint8_t* dst, int offset, ptrdiff_t width) {
     if (x < width) *dst = uint8_t(pack(bits, x, width - x) | (*dst & 0xFF >> (width - x)));
 }
 
-// ---- entry ----------------------------------------------------------------------------------------------------------
+// ---- entries ---------------------------------------------------------------------------------------------------------
 
 struct Bitmap {
     Mox8u* base;
@@ -105,14 +105,8 @@ void diffuse(const Mox8u* src, ptrdiff_t srcStep, const Bitmap& dst, MoxiSize si
     }
 }
 
-}  // namespace
-}  // namespace q4
-
-using namespace q4;
-
-MoxStatus moxiReduceBits_8u1u_C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, int32_t dstBitOffset,
-                                  MoxiSize roiSize, int32_t, int32_t, MoxDitherType ditherType, Mox8u threshold,
-                                  Mox8u* buffer) {
+MoxStatus reduceToBits(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, int32_t dstBitOffset,
+                       MoxiSize roiSize, int32_t, int32_t, MoxDitherType ditherType, Mox8u threshold, Mox8u* buffer) {
     if (MoxStatus s = firstOf(
             notNull(src, dst), sizeAtLeast(roiSize, 1, 1), require([=] { return dstBitOffset >= 0; }, moxStatusBadSize),
             require([=] { return ditherType == moxDitherNone || ditherType == moxDitherSt; }, moxStatusBadDitherType),
@@ -127,3 +121,12 @@ MoxStatus moxiReduceBits_8u1u_C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst,
     }
     return moxStatusOk;
 }
+
+}  // namespace
+
+template <>
+constexpr auto entry<moxiReduceBits_8u1u_C1R> = reduceToBits;
+
+}  // namespace q4
+
+#include "reduce_bits_1u.inc"

@@ -3,8 +3,7 @@
 
 #include <cfloat>
 
-#include "frame/checks.h"
-#include "frame/kernel.h"
+#include "frame/entry.h"
 #include "frame/primitives.h"
 
 namespace q4 {
@@ -45,13 +44,7 @@ MoxStatus mapRows(const Kernel& kernel, const Mox32f* src, int32_t srcStep, Mox8
 /// The smallest measure that a gain is taken from is above this.
 constexpr Mox32f minNormal = FLT_MIN;
 
-}  // namespace
-}  // namespace q4
-
-using namespace q4;
-
-MoxStatus moxiToneMapLinear_32f8u_C1R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                      MoxiSize roiSize) {
+MoxStatus mapByMaximum(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
     if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1))) return s;
     Mox32f maximum;
     moxiMax_32f_C1R(src, srcStep, roiSize, &maximum);
@@ -60,12 +53,23 @@ MoxStatus moxiToneMapLinear_32f8u_C1R(const Mox32f* src, int32_t srcStep, Mox8u*
     return mapRows(ToneMapLinear{{{255.0f / maximum}}}, src, srcStep, dst, dstStep, roiSize);
 }
 
-MoxStatus moxiToneMapMean_32f8u_C1R(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
+MoxStatus mapByMean(const Mox32f* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
     if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1))) return s;
     Mox64f mean;
-    moxiMean_32f_C1R(src, srcStep, roiSize, &mean, sumHint);
+    moxiMean_32f_C1R(src, srcStep, roiSize, &mean);
     const Mox64f twice = mean + mean;
     if (twice < 0) return moxStatusNoOperation;
     if (!(twice > minNormal)) return moxiSet_8u_C1R(0, dst, dstStep, roiSize);
     return mapRows(ToneMapMean{{{Mox32f(255.0 / twice)}}}, src, srcStep, dst, dstStep, roiSize);
 }
+
+}  // namespace
+
+template <>
+constexpr auto entry<moxiToneMapLinear_32f8u_C1R> = mapByMaximum;
+template <>
+constexpr auto entry<moxiToneMapMean_32f8u_C1R> = mapByMean;
+
+}  // namespace q4
+
+#include "tonemap.inc"

@@ -4,7 +4,7 @@
 #include <bit>
 #include <limits>
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "frame/fpenv.h"
 
 namespace q4 {
@@ -82,140 +82,64 @@ using innerColorTwist_32f_C4R = AllColumns<C4<Mox32f>, C4<Mox32f>, On<F32, ownSe
 template <class L, bool moderate>
 using owniTwist32f = AllColumns<L, L, On<F32, RoundedTwist<typename L::Sample, moderate>>>;
 
-// ---- entries --------------------------------------------------------------------------------------------------------
-
-template <int planes, class S, class D>
-MoxStatus check(S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return firstOf(notNull(src, dst, twist), anyPlanesNotNull<planes>(src), anyPlanesNotNull<planes>(dst),
-                   sizeAtLeast(roiSize, 1, 1), stepsPositive(srcStep, dstStep));
-}
-
-/// Float samples, in the caller's rounding mode.
-template <class Kernel, class S, class D>
-MoxStatus twistFloats(S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    using Layout = typename Kernel::Src;
-    if (MoxStatus s = check<Layout::planes>(src, srcStep, dst, dstStep, roiSize, twist)) return s;
-    eachRow(Kernel{{{decltype(Kernel::rule.rule)(twist)}}}, imageOf<Layout>(src, srcStep),
-            imageOf<Layout>(dst, dstStep), roiSize);
-    return moxStatusOk;
-}
-
 /// A call of its own, so that no operation moves out of the scope of the rounding mode.
-template <class Kernel, int planes>
-[[gnu::noinline]] void roundedRows(const Kernel& kernel, const Image<const uint8_t, planes>& src,
-                                   const Image<uint8_t, planes>& dst, MoxiSize roiSize) {
-    eachRow(kernel, src, dst, roiSize);
+template <class Kernel, class Src, class Dst>
+[[gnu::noinline]] void roundedRows(const Kernel& kernel, const Src& src, const Dst& dst, MoxiSize size) {
+    eachRow(kernel, src, dst, size);
 }
 
 /// Integer samples: the result does not depend on the caller's rounding mode.
-template <class L, class S, class D>
-MoxStatus twistIntegers(S* src, int32_t srcStep, D* dst, int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    if (MoxStatus s = check<L::planes>(src, srcStep, dst, dstStep, roiSize, twist)) return s;
-    const Twist rows(twist);
-    const auto from = imageOf<L>(src, srcStep);
-    const auto to = imageOf<L>(dst, dstStep);
-    const RoundToNearest scope;
-    if (rows.isModerate())
-        roundedRows<owniTwist32f<L, true>, L::planes>({{{rows}}}, from, to, roiSize);
-    else
-        roundedRows<owniTwist32f<L, false>, L::planes>({{{rows}}}, from, to, roiSize);
-    return moxStatusOk;
-}
+template <class L>
+struct RoundedRows {
+    using Src = L;
+    using Dst = L;
+    Twist twist;
+
+    static RoundedRows of(const Mox32f* twist) { return {Twist(twist)}; }
+    void picture(const Image<const uint8_t, L::planes>& src, const Image<uint8_t, L::planes>& dst,
+                 MoxiSize size) const {
+        const RoundToNearest scope;
+        if (twist.isModerate())
+            roundedRows(owniTwist32f<L, true>{{{twist}}}, src, dst, size);
+        else
+            roundedRows(owniTwist32f<L, false>{{{twist}}}, src, dst, size);
+    }
+};
+
+// ---- entries --------------------------------------------------------------------------------------------------------
+
+constexpr Order twistOrder = {{Test::pointers, Test::weights, Test::planes, Test::size, Test::steps}};
 
 }  // namespace
+
+// clang-format off
+template <> constexpr auto entry<moxiColorTwist32f_8u_C3R>    = converts<RoundedRows<C3<Mox8u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_8u_C3IR>   = converts<RoundedRows<C3<Mox8u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_8u_AC4R>   = converts<RoundedRows<AC4<Mox8u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_8u_AC4IR>  = converts<RoundedRows<AC4<Mox8u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_8u_P3R>    = converts<RoundedRows<P3<Mox8u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_8u_IP3R>   = converts<RoundedRows<P3<Mox8u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16u_C3R>   = converts<RoundedRows<C3<Mox16u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16u_C3IR>  = converts<RoundedRows<C3<Mox16u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16u_AC4R>  = converts<RoundedRows<AC4<Mox16u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16u_AC4IR> = converts<RoundedRows<AC4<Mox16u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16u_P3R>   = converts<RoundedRows<P3<Mox16u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16u_IP3R>  = converts<RoundedRows<P3<Mox16u>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16s_C3R>   = converts<RoundedRows<C3<Mox16s>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16s_C3IR>  = converts<RoundedRows<C3<Mox16s>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16s_AC4R>  = converts<RoundedRows<AC4<Mox16s>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16s_AC4IR> = converts<RoundedRows<AC4<Mox16s>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16s_P3R>   = converts<RoundedRows<P3<Mox16s>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist32f_16s_IP3R>  = converts<RoundedRows<P3<Mox16s>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_C3R>      = converts<owniTwist_32f<C3<Mox32f>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_C3IR>     = converts<owniTwist_32f<C3<Mox32f>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_AC4R>     = converts<owniTwist_32f<AC4<Mox32f>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_AC4IR>    = converts<owniTwist_32f<AC4<Mox32f>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_P3R>      = converts<owniTwist_32f<P3<Mox32f>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_IP3R>     = converts<owniTwist_32f<P3<Mox32f>>, twistOrder>;
+template <> constexpr auto entry<moxiColorTwist_32f_C4R>      = converts<innerColorTwist_32f_C4R, twistOrder>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiColorTwist32f_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                   const Mox32f* twist) {
-    return twistIntegers<C3<Mox8u>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_8u_C3IR(Mox8u* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<C3<Mox8u>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* twist) {
-    return twistIntegers<AC4<Mox8u>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_8u_AC4IR(Mox8u* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<AC4<Mox8u>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
-                                   int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<P3<Mox8u>>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_8u_IP3R(Mox8u* const* srcDstPlanes, int32_t srcDstStep, MoxiSize roiSize,
-                                    const Mox32f* twist) {
-    return twistIntegers<P3<Mox8u>>(srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* twist) {
-    return twistIntegers<C3<Mox16u>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16u_C3IR(Mox16u* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<C3<Mox16u>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep, MoxiSize roiSize,
-                                     const Mox32f* twist) {
-    return twistIntegers<AC4<Mox16u>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16u_AC4IR(Mox16u* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<AC4<Mox16u>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16u_P3R(const Mox16u* const* srcPlanes, int32_t srcStep, Mox16u* const* dstPlanes,
-                                    int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<P3<Mox16u>>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16u_IP3R(Mox16u* const* srcDstPlanes, int32_t srcDstStep, MoxiSize roiSize,
-                                     const Mox32f* twist) {
-    return twistIntegers<P3<Mox16u>>(srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                    const Mox32f* twist) {
-    return twistIntegers<C3<Mox16s>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16s_C3IR(Mox16s* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<C3<Mox16s>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep, MoxiSize roiSize,
-                                     const Mox32f* twist) {
-    return twistIntegers<AC4<Mox16s>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16s_AC4IR(Mox16s* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<AC4<Mox16s>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16s_P3R(const Mox16s* const* srcPlanes, int32_t srcStep, Mox16s* const* dstPlanes,
-                                    int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistIntegers<P3<Mox16s>>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist32f_16s_IP3R(Mox16s* const* srcDstPlanes, int32_t srcDstStep, MoxiSize roiSize,
-                                     const Mox32f* twist) {
-    return twistIntegers<P3<Mox16s>>(srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                 const Mox32f* twist) {
-    return twistFloats<owniTwist_32f<C3<Mox32f>>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_C3IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistFloats<owniTwist_32f<C3<Mox32f>>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                  const Mox32f* twist) {
-    return twistFloats<owniTwist_32f<AC4<Mox32f>>>(src, srcStep, dst, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_AC4IR(Mox32f* srcDst, int32_t srcDstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistFloats<owniTwist_32f<AC4<Mox32f>>>(srcDst, srcDstStep, srcDst, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_P3R(const Mox32f* const* srcPlanes, int32_t srcStep, Mox32f* const* dstPlanes,
-                                 int32_t dstStep, MoxiSize roiSize, const Mox32f* twist) {
-    return twistFloats<owniTwist_32f<P3<Mox32f>>>(srcPlanes, srcStep, dstPlanes, dstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_IP3R(Mox32f* const* srcDstPlanes, int32_t srcDstStep, MoxiSize roiSize,
-                                  const Mox32f* twist) {
-    return twistFloats<owniTwist_32f<P3<Mox32f>>>(srcDstPlanes, srcDstStep, srcDstPlanes, srcDstStep, roiSize, twist);
-}
-MoxStatus moxiColorTwist_32f_C4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep, MoxiSize roiSize,
-                                 const Mox32f* twist) {
-    return twistFloats<innerColorTwist_32f_C4R>(src, srcStep, dst, dstStep, roiSize, twist);
-}
+#include "twist.inc"
