@@ -6,11 +6,14 @@ set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-need doxygen python3 python3-matplotlib
+need cmake ninja-build g++ doxygen python3 python3-matplotlib
 
 rm -rf build/docs
 mkdir -p build/docs/pages
 tools/measurements.py page build/docs/pages
+cmake -S . -B build/pages -G Ninja -DMOXCC_TESTS=OFF -DMOXCC_EXAMPLES=OFF -DMOXCC_CATALOGUE=ON >/dev/null
+cmake --build build/pages --target moxcc_pages
+build/pages/bin/moxcc_pages build/docs/pages
 doxygen docs/Doxyfile
 
 # The tag file names every documented function. An export whose paragraph is missing, or a paragraph without its export:
