@@ -23,10 +23,8 @@ MOX_EXTERN_C_BEGIN
  * @{ */
 
 /**
- * Converts planar 4:2:2 to planar 4:2:0, field by field.
- *
- * Of source chroma rows 4k to 4k + 3: row 2k is (3 c[4k] + c[4k + 2] + 2) >> 2, row 2k + 1 is
- * (c[4k + 1] + 3 c[4k + 3] + 2) >> 2.
+ * @brief Converts planar 4:2:2 to planar 4:2:0, field by field. Of source chroma rows 4k to 4k + 3: row 2k is
+ * (3 c[4k] + c[4k + 2] + 2) >> 2, row 2k + 1 is (c[4k + 1] + 3 c[4k + 3] + 2) >> 2.
  *
  * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
  * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
@@ -45,20 +43,15 @@ MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlan
  * @param src, srcStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return as moxiYCbCr422To420_Interlace_8u_P3R()
+ * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for a
+ *         null plane, then moxStatusBadSize
  */
 MOX_API MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                             const int32_t* dstSteps, MoxiSize roiSize);
 /**
- * Converts planar 4:2:0 to planar 4:2:2, field by field.
- *
- * The first two and the last two chroma rows are copies. Between two chroma rows a, b of the even field lie
- * (5 a + 3 b + 4) >> 3 and (a + 7 b + 4) >> 3; of the odd field (7 a + b + 4) >> 3 and (3 a + 5 b + 4) >> 3.
- *
- * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
- * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
- * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return as moxiYCbCr422To420_Interlace_8u_P3R()
+ * Converts planar 4:2:0 to planar 4:2:2, field by field. The first two and the last two chroma rows are copies. Between
+ * two chroma rows a, b of the even field lie (5 a + 3 b + 4) >> 3 and (a + 7 b + 4) >> 3; of the odd field
+ * (7 a + b + 4) >> 3 and (3 a + 5 b + 4) >> 3. @copydetails moxiYCbCr422To420_Interlace_8u_P3R
  */
 MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                      Mox8u* const* dstPlanes, const int32_t* dstSteps,
@@ -71,7 +64,8 @@ MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlan
  * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
  * @param dst, dstStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return as moxiYCbCr422To420_Interlace_8u_P3R()
+ * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for a
+ *         null plane, then moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                             Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
@@ -96,7 +90,6 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPl
                                                        MoxiSize roiSize);
 /**
  * Converts planar 4:2:0 with the planes Y, Cr, Cb to planar 4:2:2 with a four-tap filter.
- *
  * @copydetails moxiYCbCr420ToYCbCr422_Filter_8u_P3R
  */
 MOX_API MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
