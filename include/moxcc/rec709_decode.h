@@ -15,12 +15,16 @@
  *     G = Y - 0.183 (Cb - 128) - 0.459 (Cr - 128)
  *     B = Y + 1.816 (Cb - 128)
  *
+ * BT.709 itself has 1.5748 and 1.8556 where these have 1.540 and 1.816: a full-range stream by the standard comes out
+ * wrong by up to 5. They are the inverse of the 709HDTV matrix in rec709_encode.h.
+ *
  * Results are limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends
  * on the width alone, and is told with each function.
  *
- * Each pixel takes the chroma of the cell that it lies in, unfiltered. Of 4:2:0 the whole cells of 2 by 2 pixels are
- * decoded: the last column of an odd width and the last row of an odd height are neither read nor written, and the
- * status is moxStatusOddSize. All other functions return moxStatusOk at any size that they accept.
+ * Each pixel takes the chroma of the cell that it lies in, unfiltered, as if it were sited in the cell's middle
+ * (@ref siting). Of 4:2:0 the whole cells of 2 by 2 pixels are decoded: the last column of an odd width and the last row of
+ * an odd height are neither read nor written, and the status is moxStatusOddSize. All other functions return
+ * moxStatusOk at any size that they accept.
  *
  * Packed 4:2:2 rows hold two bytes a pixel. The last pixel of an odd width takes the chroma sample that it lacks from
  * the pair before; in a row of one pixel the one chroma sample stands for both.

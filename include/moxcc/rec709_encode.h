@@ -15,9 +15,12 @@
  *     Cb = 128 - 0.117 R - 0.394 G + 0.511 B
  *     Cr = 128 + 0.511 R - 0.464 G - 0.047 B
  *
- * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels: two of a row in 4:2:2, two by
- * two in 4:2:0. Some columns of a row are computed with less precision than the rest, by rules that differ by 1 at
- * most; which ones depends on the width alone, and each function says which.
+ * BT.709 itself has 0.5 where these have 0.511: chroma is off by up to 3 from a stream by the standard. The functions
+ * of 709HDTV in rec709_decode.h are the inverse of this matrix.
+ *
+ * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels, two of a row in 4:2:2, two by
+ * two in 4:2:0, and so sited in its middle (@ref siting). Some columns of a row are computed with less precision than
+ * the rest, by rules that differ by 1 at most; which ones depends on the width alone, and each function says which.
  *
  * Memory holds B, G, R. The fourth byte of AC4 sources is not read into any result.
  *

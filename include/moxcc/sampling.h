@@ -18,8 +18,8 @@
  *     4:1:1 alone or with 4:2:2   at least 4, cut to a multiple of 4   any; one below 1 does nothing
  *     4:1:1 with 4:2:0            at least 4, cut to a multiple of 4   at least 2, cut to an even number
  *
- * Steps are bytes and are not tested, zero and negative ones included; step arrays are not tested
- * for null where nothing else is said. Source and destination must not overlap.
+ * Steps are bytes and are not tested, zero and negative ones included; step arrays are not tested for null where
+ * nothing else is said. Source and destination must not overlap.
  *
  * @{
  */
@@ -145,6 +145,7 @@ MOX_API MoxStatus moxiYCrCb422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcS
 /** @} */
 
 /** @name 4:2:2 to 4:2:0: the chroma of odd rows is dropped
+ * The chroma that is left is sited on the even rows, the upper of each cell.
  * @{ */
 /**
  * @brief Converts packed 4:2:2 (Cb Y0 Cr Y1) to semi-planar 4:2:0. Chroma: the even rows go on unchanged, the odd rows
@@ -215,6 +216,7 @@ MOX_API MoxStatus moxiYCrCb422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcS
 /** @} */
 
 /** @name 4:2:0 to 4:2:2: each chroma row is written twice
+ * Right for chroma that is sited between the two rows of a cell.
  * @{ */
 /**
  * @brief Converts semi-planar 4:2:0 to packed 4:2:2 (Cb Y0 Cr Y1). Chroma: each row is written to two rows, unchanged;
@@ -268,6 +270,7 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, c
 /** @} */
 
 /** @name 4:2:2 to 4:1:1: the chroma of odd columns is dropped
+ * The chroma that is left is sited as it was in the left pair of each cell.
  * @{ */
 /**
  * Converts packed 4:2:2 (Cb Y0 Cr Y1) to planar 4:1:1. Chroma: the even columns go on unchanged, the odd columns are
@@ -311,6 +314,7 @@ MOX_API MoxStatus moxiYCrCb422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcS
 /** @} */
 
 /** @name 4:1:1 to 4:2:2: each chroma sample is written twice
+ * Right for chroma that is sited in the middle of a cell of four columns.
  * @{ */
 /**
  * Converts semi-planar 4:1:1 to packed 4:2:2 (Y0 Cb Y1 Cr). Chroma: each sample is written to two columns, unchanged.
@@ -350,6 +354,7 @@ MOX_API MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const* srcPlanes, c
 /** @} */
 
 /** @name 4:1:1 to 4:2:0: two chroma rows become the even and the odd columns of one
+ * All chroma samples are kept, but not sited where 4:2:0 has them: for the way back, not for display.
  * @{ */
 /**
  * Converts semi-planar 4:1:1 to planar 4:2:0. Chroma is rearranged, not resampled: sample i of the even source rows
@@ -384,6 +389,7 @@ MOX_API MoxStatus moxiYCbCr411ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t src
 /** @} */
 
 /** @name 4:2:0 to 4:1:1: the even and the odd chroma columns of a row become two rows
+ * All chroma samples are kept, but not sited where 4:1:1 has them: for the way back, not for display.
  * @{ */
 /**
  * Converts semi-planar 4:2:0 to planar 4:1:1. Chroma is rearranged, not resampled: the samples of even columns make the
@@ -410,7 +416,7 @@ MOX_API MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes,
 /** @name Plane-wise resampling
  * Luma is copied; each chroma plane is resampled by itself, plane 1 to plane 1, plane 2 to plane 2. Averages are
  * (a + b + 1) >> 1 in the columns that the text says, (a + b) >> 1 in all others. The sizes have no remainder: others
- * are refused.
+ * are refused. Chroma is sited on the first column and row of its cell, on both sides (@ref siting).
  * @{ */
 /**
  * Converts planar 4:1:1 to planar 4:2:0 by interpolated columns. Even chroma rows go on, odd rows are dropped. Even

@@ -18,6 +18,11 @@
  * moxStatusNullPtr if src or dst is null, then moxStatusBadSize if the width, the height or a step is below 1. Odd
  * widths are whole.
  *
+ * The colour functions are no way to show a picture. Broadcast video, with luma from 64 to 940, is far above what the
+ * fields of a colour word hold, so that nearly all its pixels run into the limits; and a gray of any level fills G half
+ * as far as R and B. They are for programs that expect these very words; for all else take the luma, or unpack and
+ * scale the samples first. Nor is their matrix quite that of BT.709, which has 1.5748 and 1.8556 for 1.54 and 1.816.
+ *
  * @{
  */
 #ifndef MOXCC_V210_H
@@ -32,7 +37,8 @@ MOX_EXTERN_C_BEGIN
  * matrix in single precision, with u = Cb - 512 and v = Cr - 512: R = 1.54 v + Y, G = (-0.459 v + Y) - 0.183 u, B = Y +
  * 1.816 u. Each is rounded to the nearest integer, ties to even in any rounding mode, and limited to its field, 0 to 31
  * or 0 to 63. The 10-bit values are not scaled to the fields first: anything above 31 or 63 fills its field. Chroma is
- * not interpolated. @copydetails moxiYUV422v210ToGray_709HDTV_32u16u_C3C1
+ * not interpolated, as if it were sited between the two pixels (@ref siting).
+ * @copydetails moxiYUV422v210ToGray_709HDTV_32u16u_C3C1
  */
 MOX_API MoxStatus moxiYUV422v210ToBGR_709HDTV_32u16u_C3(const Mox32u* src, int32_t srcStep, Mox16u* dst,
                                                         int32_t dstStep, MoxiSize roiSize);

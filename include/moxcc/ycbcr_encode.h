@@ -7,8 +7,9 @@
  *     Cb = 128 - 0.148 R - 0.291 G + 0.439 B
  *     Cr = 128 + 0.439 R - 0.368 G - 0.071 B
  *
- * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels: two of a row in 4:2:2, two by
- * two in 4:2:0, four of a row in 4:1:1. The first columns of a row are computed with less precision than the rest, by
+ * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels, two of a row in 4:2:2, two by
+ * two in 4:2:0, four of a row in 4:1:1, and so sited in its middle (@ref siting); only the two functions that filter it
+ * site it at the first pixel of a pair. The first columns of a row are computed with less precision than the rest, by
  * rules that differ by 1 at most; where the rest begins depends on the width alone, and each function says where.
  *
  * Where memory holds B, G, R, the name says BGR. The fourth byte of AC4 and C4 sources is not read into any result.

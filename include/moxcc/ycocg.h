@@ -3,11 +3,10 @@
  * @ingroup models
  * @brief A luma Y, an orange difference Co and a green difference Cg, by additions and shifts.
  *
- * Pixels are B, G, R in memory (R, G, B in the two 8u forms), with a fourth sample in C4 layouts, which is not read from a
- * source; planes are Y, Co, Cg.
- * The plain transform has Y = (R + 2 G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2 G - R - B + 2) >> 2 and loses low
- * bits; the Rev forms lift (Co = R - B, t = B + (Co >> 1), Cg = G - t, Y = t + (Cg >> 1)) and return exactly what went
- * in. 16s samples are signed.
+ * Pixels are B, G, R in memory (R, G, B in the two 8u forms), with a fourth sample in C4 layouts, which is not read
+ * from a source; planes are Y, Co, Cg. The plain transform has Y = (R + 2 G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg =
+ * (2 G - R - B + 2) >> 2 and loses low bits; the Rev forms lift (Co = R - B, t = B + (Co >> 1), Cg = G - t, Y = t + (Cg
+ * >> 1)) and return exactly what went in. 16s samples are signed.
  *
  * All functions here: the image pointer, the plane array and its three pointers must not be null (moxStatusNullPtr).
  * Where a function says that it tests the size, a width or height below 1 is moxStatusBadSize after that; elsewhere

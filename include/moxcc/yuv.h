@@ -9,6 +9,10 @@
  *
  * with the luma weights of ITU-R BT.601. Results are limited to 0 to 255; any samples are accepted.
  *
+ * U and V are the colour differences of analogue YUV. JPEG's YCbCr (JFIF) has the same luma and range, but other
+ * chroma, 0.564 (B - Y) and 0.713 (R - Y): a JPEG frame that goes through the functions of YUV comes out wrong by up to
+ * 34. No function of this library reads or writes JPEG's YCbCr.
+ *
  * The fixed-point forms of these formulas differ by where they round, by at most one or two steps. Which column of a
  * row follows which form depends on the width alone, and is told with each function.
  *

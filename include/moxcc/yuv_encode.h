@@ -7,9 +7,11 @@
  *     U = 128 + 0.492 (B - Y)
  *     V = 128 + 0.877 (R - Y), limited to 255
  *
- * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels: two of a row in 4:2:2, two by
- * two in 4:2:0. The first columns of a row are computed with less precision than the rest, by rules that differ by 1 or
- * 2 at most; each function says where the rest begins.
+ * as in yuv.h, which says why these are not JPEG's YCbCr.
+ *
+ * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels, two of a row in 4:2:2, two by
+ * two in 4:2:0, and so sited in its middle (@ref siting). The first columns of a row are computed with less precision
+ * than the rest, by rules that differ by 1 or 2 at most; each function says where the rest begins.
  *
  * Layouts of the results:
  * - YUV422 C2: two pixels in four bytes, Y0 U Y1 V
