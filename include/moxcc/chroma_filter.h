@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup chroma_filter Filtered chroma
  * @ingroup video

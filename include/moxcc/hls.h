@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup hls RGB and HLS
  * @ingroup models

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup rec709_decode YCbCr of BT.709 to RGB
  * @ingroup video
@@ -16,7 +17,7 @@
  *     B = Y + 1.816 (Cb - 128)
  *
  * BT.709 itself has 1.5748 and 1.8556 where these have 1.540 and 1.816: a full-range stream by the standard comes out
- * wrong by up to 5. They are the inverse of the 709HDTV matrix in rec709_encode.h.
+ * wrong by up to 6. They are the inverse of the 709HDTV matrix in rec709_encode.h.
  *
  * Results are limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends
  * on the width alone, and is told with each function.

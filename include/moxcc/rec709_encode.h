@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup rec709_encode RGB to YCbCr of BT.709
  * @ingroup video

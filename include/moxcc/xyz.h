@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup xyz RGB and CIE XYZ
  * @ingroup models

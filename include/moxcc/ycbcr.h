@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup ycbcr RGB and YCbCr
  * @ingroup models

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup ycbcr_encode RGB to subsampled YCbCr
  * @ingroup video

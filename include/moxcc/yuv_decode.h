@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup yuv_decode Subsampled YUV to RGB
  * @ingroup video

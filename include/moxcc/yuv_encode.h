@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup yuv_encode RGB to subsampled YUV
  * @ingroup video
