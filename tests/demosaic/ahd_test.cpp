@@ -153,7 +153,8 @@ struct Scratch {
 
     static int rowSize(int width) {
         int32_t step;
-        EXPECT_EQ(moxiDemosaicAHDGetBufferSize(width, sizeof(T), &step), int64_t(30) * step);
+        const int64_t size = moxiDemosaicAHDGetBufferSize(width, sizeof(T), &step);
+        EXPECT_EQ(size, 30 * step);
         return step;
     }
 };
