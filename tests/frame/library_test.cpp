@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -149,6 +150,16 @@ TEST(Library, DeclaresTheListedFunctions) {
     std::ifstream list(MOXCC_EXPORT_LIST);
     const Names listed(std::istream_iterator<std::string>(list), {});
     EXPECT_EQ(declaredFunctions(), listed);
+}
+
+TEST(Library, TellsEveryStatusInTheWordsOfItsDescription) {
+    const std::string types = readFile(std::filesystem::path(MOXCC_HEADERS) / "types.h");
+    const std::regex status("(moxStatus\\w+) = (-?\\d+),? */\\*\\*< (.*)\\. \\*/");
+    int count = 0;
+    for (std::sregex_iterator i(types.begin(), types.end(), status), none; i != none; ++i, ++count)
+        EXPECT_EQ(moxStatusText(std::stoi((*i)[2])), (*i)[3].str()) << (*i)[1];
+    EXPECT_EQ(count, 13);
+    EXPECT_STREQ(moxStatusText(1234), "An unknown status");
 }
 
 TEST(Library, HasOneHeaderThatIncludesAll) {
