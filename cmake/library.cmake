@@ -39,13 +39,13 @@ add_custom_command(OUTPUT ${generated}/symbols.stamp BYPRODUCTS ${MOXCC_SYMBOLS}
 add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES} ${generated}/symbols.stamp)
 
 # Object code for both kinds of library: plain, without need of the C++ runtime, each function in a section of its own so
-# that a static link can leave it out.
+# that a static link can leave it out, and no symbol that the linker makes unique in a program.
 function(moxcc_objects target)
     add_library(${target} OBJECT ${ARGN})
     add_dependencies(${target} moxcc_tables)
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include ${symbols})
     target_compile_options(${target} PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-math-errno
-        -ffunction-sections -fdata-sections)
+        -ffunction-sections -fdata-sections $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
     target_link_libraries(${target} PRIVATE moxcc_warnings)
     set_target_properties(${target} PROPERTIES
         CXX_VISIBILITY_PRESET hidden
