@@ -38,8 +38,8 @@ add_custom_command(OUTPUT ${generated}/symbols.stamp BYPRODUCTS ${MOXCC_SYMBOLS}
 
 add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES} ${generated}/symbols.stamp)
 
-# Object code for both kinds of library: plain, without need of the C++ runtime, each function in a section of its own so
-# that a static link can leave it out, and no symbol that the linker makes unique in a program.
+# Object code for both kinds of library: plain, without need of the C++ runtime; each function in a section of its own,
+# so that a static link can leave it out; and no symbol that the linker makes unique in a program.
 function(moxcc_objects target)
     add_library(${target} OBJECT ${ARGN})
     add_dependencies(${target} moxcc_tables)
@@ -74,8 +74,8 @@ moxcc_shared(moxcore moxcore_objects moxcore)
 foreach(level ${MOXCC_LEVELS})
     set(objects moxccq4_${level}_objects)
     moxcc_objects(${objects} ${MOXCC_SOURCES} ${MOXCC_TABLES})
-    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at compile
-    # time that the caller's rounding mode decides.
+    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at
+    # compile time that the caller's rounding mode decides.
     list(TRANSFORM MOXCC_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE features)
     target_compile_options(${objects} PRIVATE ${features} -mno-fma -ffp-contract=off -frounding-math
         $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-unsupported-floating-point-opt>)

@@ -1,6 +1,6 @@
 #!/bin/bash
-# tests/debian_test.sh [packages ...]: builds the Debian packages (or takes those), has lintian look at them, installs them
-# into a clean Debian 12, and builds and runs README's programs there; without the development package, too.
+# tests/debian_test.sh [packages ...]: builds the Debian packages (or takes those), has lintian look at them, installs
+# them into a clean Debian 12, and builds and runs README's programs there; without the development package, too.
 set -euo pipefail
 
 source=$(cd "$(dirname "$0")/.." && pwd)
@@ -8,8 +8,10 @@ source=$(cd "$(dirname "$0")/.." && pwd)
 packages=("$@")
 
 need debhelper dpkg-dev cmake ninja-build g++ lintian debootstrap
+as_root=
+[ "$(id -u)" = 0 ] || as_root=sudo
 work=$(mktemp -d)
-trap 'rm -rf --one-file-system "$work"' EXIT
+trap '$as_root rm -rf --one-file-system "$work"' EXIT
 
 if [ ${#packages[@]} = 0 ]; then
     echo "== packages"
@@ -23,10 +25,7 @@ if [ ${#packages[@]} = 0 ]; then
 fi
 
 echo "== a clean system"
-as_root=
-[ "$(id -u)" = 0 ] || as_root=sudo
 root=$work/root
-trap '$as_root rm -rf --one-file-system "$work"' EXIT
 $as_root debootstrap --variant=minbase --include=g++,pkg-config bookworm "$root" >"$work/log" ||
     { tail -n 20 "$work/log" >&2; exit 1; }
 $as_root mkdir -p "$root/packages" "$root/moxcc/tests"
