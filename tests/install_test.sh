@@ -82,6 +82,6 @@ target_link_libraries(user PRIVATE moxcc::moxcc)
 END
 quietly cmake -G Ninja -S "$work" -B "$work/subproject"
 grep -q 'will not be optimised' "$work/log" || { echo "no warning that there is no build type" >&2; exit 1; }
-quietly ninja -C "$work/subproject" -n user
-grep -q 'Linking .*glibc-hwcaps/x86-64-v3/libmoxccq4' "$work/log" ||
+quietly ninja -C "$work/subproject" -t commands user
+grep -q -e '-o [^ ]*glibc-hwcaps/x86-64-v3/libmoxccq4' "$work/log" ||
     { echo "a program of another project does not build the AVX2 file" >&2; exit 1; }
