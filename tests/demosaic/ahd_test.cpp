@@ -154,7 +154,7 @@ struct Scratch {
 };
 
 template <class T, class Function>
-void expectAhd(Export<Function> function) {
+void expectAhd(Symbol<Function> function) {
     expectReconstruction<T>(
         5, 3,
         [&](const Library& lib, const Plane<T>& src, const Case& c, Plane<T>& dst) {

@@ -215,7 +215,7 @@ using SampleOf = typename Image<Pointer, int32_t>::T;
 /// Compares an export with its rule on images of each source, at all sizes and in all rounding modes. The fourth
 /// samples of AC4 images stay; those of planes are copied.
 template <Stride stride = Stride::samples, class S, class SStep, class D, class DStep>
-void expectPixels(Export<MoxStatus(S, SStep, D, DStep, MoxiSize)> function,
+void expectPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize)> function,
                   const PixelRule<SampleOf<S>, SampleOf<D>>& rule, std::initializer_list<Source<SampleOf<S>>> sources) {
     const auto named = [&](const char* part) {
         return std::string_view(function.name).find(part) != std::string::npos;
@@ -250,7 +250,7 @@ void expectPixels(Export<MoxStatus(S, SStep, D, DStep, MoxiSize)> function,
 }
 
 /// Compares an export with its rule for all 2^24 pixels of 8u samples, in vector columns and in last ones.
-inline void expectAllPixels(Export<MoxStatus(const Mox8u*, int32_t, Mox8u*, int32_t, MoxiSize)> function,
+inline void expectAllPixels(Symbol<MoxStatus(const Mox8u*, int32_t, Mox8u*, int32_t, MoxiSize)> function,
                             const PixelRule<Mox8u>& rule) {
     constexpr int n = 1 << 16;
     std::vector<Pixel<Mox8u>> src(n), want(n), got(n);

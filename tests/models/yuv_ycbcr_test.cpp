@@ -36,7 +36,7 @@ enum class Fourth { none, kept, zeroBelowLimit, copied, aval };
 
 /// Columns below the width rounded down to a multiple of `group` follow the first rule, the others the second.
 template <class F>
-void expectRules(Export<F> function, Form from, Form to, int group, Rule below, Rule above,
+void expectRules(Symbol<F> function, Form from, Form to, int group, Rule below, Rule above,
                  Fourth fourth = Fourth::none) {
     const auto expected = [=](const Picture& src, Picture& dst, MoxiSize roi, Mox8u aval) {
         for (int y = 0; y < roi.height; ++y) {

@@ -96,7 +96,7 @@ struct Conversion {
 
 /// Calls an export of both files at all sizes, on random pictures, and compares every byte of the destination.
 template <class F>
-void expectConversion(Export<F> function, const Conversion& conversion, int fromWidth = 1, int toWidth = 70) {
+void expectConversion(Symbol<F> function, const Conversion& conversion, int fromWidth = 1, int toWidth = 70) {
     forEachSize(
         [&](MoxiSize roi, Random& random) {
             Picture src(conversion.src(roi), conversion.srcSteps, random);

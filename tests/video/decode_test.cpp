@@ -123,7 +123,7 @@ struct Rules {
 };
 
 template <class F>
-void expectDecoding(Export<F> function, From from, To to, Rules rules, MoxiSize smallest = {1, 1}) {
+void expectDecoding(Symbol<F> function, From from, To to, Rules rules, MoxiSize smallest = {1, 1}) {
     const auto expected = [=](const Picture& src, Picture& dst, MoxiSize roi, Mox8u aval) {
         if (roi.height < smallest.height) return;
         for (int y = 0; y < (from.cells420() ? roi.height & -2 : roi.height); ++y) {
@@ -210,7 +210,7 @@ TEST(Rec709Decode, ColumnsFollowTheirRule) {
 
 // A picture without gaps is decoded as the form with steps decodes it; a large one of even width, as one row.
 template <class F, class R>
-void expectContiguous(Export<F> contiguous, Export<R> withSteps, To to, bool is422) {
+void expectContiguous(Symbol<F> contiguous, Symbol<R> withSteps, To to, bool is422) {
     Random random(7);
     const Layout tight = {0, false, Guard::after, 0};
     for (const MoxiSize roi :

@@ -188,7 +188,7 @@ inline Conversion conversionOf(const Encoder& e, const Format& f, MoxiSize least
 
 /// Calls an export of both files, and compares with its encoder.
 template <class Signature>
-void expectEncodes(Export<Signature> function, const Encoder& e, MoxiSize least = {1, 1}) {
+void expectEncodes(Symbol<Signature> function, const Encoder& e, MoxiSize least = {1, 1}) {
     expectConversion(function, conversionOf(e, Format(function.name), least));
 }
 

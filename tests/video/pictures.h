@@ -138,7 +138,7 @@ class Arguments {
 };
 
 template <class... P>
-AnyFunction anySignature(Export<MoxStatus(P...)> function) {
+AnyFunction anySignature(Symbol<MoxStatus(P...)> function) {
     return {function.name, [=](const Library& lib, const Side& src, const Side& dst, MoxiSize size, int32_t extra) {
                 Arguments arguments(src, dst, size, extra);
                 std::tuple<P...> told{arguments.next<P>()...};

@@ -15,7 +15,7 @@ Layout topDown(Random& random, int unit) {
 }
 
 struct Form {
-    Export<decltype(moxiYUV422v210ToBGR_709HDTV_32u16u_C3)> function;
+    Symbol<decltype(moxiYUV422v210ToBGR_709HDTV_32u16u_C3)> function;
     enum { gray, redHigh, blueHigh } result;
 
     int words(int width) const {

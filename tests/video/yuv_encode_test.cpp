@@ -196,7 +196,7 @@ TEST(YUVEncode, Planar422DependsOnAlignment) {
 
 /// Sizes on both sides of 256 pixels, in one row and in many; planes that end at a guard page, or are aligned.
 template <class F>
-void expectWithoutGaps(Export<F> function, const Encoder& usual, bool is420) {
+void expectWithoutGaps(Symbol<F> function, const Encoder& usual, bool is420) {
     const Format format(function.name);
     const Conversion conversion = conversionOf(usual, format);
     const auto run = [&](MoxiSize roi, const Layout& layout, Random& random) {
