@@ -48,6 +48,9 @@ std::vector<Library> load() {
     std::vector<Library> libs;
     if (wanted("SSE4.2")) libs.emplace_back("SSE4.2", MOXCC_LIBRARY_SSE42);
     if (wanted("AVX2") && __builtin_cpu_supports("avx2")) libs.emplace_back("AVX2", MOXCC_LIBRARY_AVX2);
+#ifdef MOXCC_LIBRARY_STATIC
+    if (wanted("static")) libs.emplace_back("static", MOXCC_LIBRARY_STATIC);
+#endif
     if (libs.empty()) {
         std::puts("No library file to test: this processor has no AVX2, or MOXCC_TEST_LIBRARY names no file");
         std::exit(skipped);

@@ -12,7 +12,7 @@
 //
 // picture.h    expect(): an export against plain code at all sizes, planes at guard pages with every alignment and step;
 //              the pictures come from the catalogue, and so do the arguments and the status. Every export has one.
-// library.h    Both library files, loaded side by side by path. MOX_CALL(lib, moxiX)(...) calls one export with the
+// library.h    The library files, loaded side by side by path. MOX_CALL(lib, moxiX)(...) calls one export with the
 //              types of its prototype. A table of forms holds MOX_EXPORT(moxiX), and lib(form.function)(...) calls it.
 //              Each call is noted: messages, and the note on a crash, name the export, the file and the size. Each
 //              call is also checked to leave the rounding mode and the other floating-point controls as they were.
@@ -21,8 +21,8 @@
 // float_env.h  Rounding modes, flush-to-zero and the x87 control word for the length of a scope or a call.
 // sizes.h      forEachSize(): the sizes around every block limit.
 //
-// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY (SSE4.2 or AVX2)
-// restricts a run to one file.
+// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY (SSE4.2, AVX2
+// or static) restricts a run to one file. The static library is held to the contract, which compares it with them.
 #ifndef SUPPORT_SUPPORT_H
 #define SUPPORT_SUPPORT_H
 
