@@ -52,7 +52,7 @@ struct RowSum {
         F32 sum[vectors];
         for (int v = 0; v < vectors; ++v) {  // by fours, as they were written: a processor forwards no wider loads
             const float* fours = lane + v * F32::count;
-            sum[v] = fromLanes<F32>(load128(fours), load128(fours + F32::count - 4));
+            sum[v] = fromLanes<F32>([fours](int l) { return load128(fours + 4 * l); });
         }
         for (; i + 16 <= n; i += 16)
             for (int v = 0; v < vectors; ++v) sum[v] = sum[v] + load<F32>(row + (i + v * F32::count) * 4);
