@@ -1,12 +1,13 @@
-# What `cmake --install` lays out: headers, libmoxcore and both files of libmoxccq4, and how CMake and pkg-config find them.
+# What `cmake --install` lays out: headers, libmoxcore and the files of libmoxccq4, and how CMake and pkg-config find them.
 include(CMakePackageConfigHelpers)
 
 set(config ${CMAKE_INSTALL_LIBDIR}/cmake/moxcc)
 
 install(DIRECTORY include/moxcc DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
 install(TARGETS moxccq4 moxcore EXPORT moxcc LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-# Programs link the SSE4.2 file; the dynamic linker puts this one in its place where it can.
+# Programs link the SSE4.2 file; the dynamic linker puts the widest in its place that the processor has.
 install(TARGETS moxccq4_v3 LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/glibc-hwcaps/x86-64-v3)
+install(TARGETS moxccq4_v4 LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/glibc-hwcaps/x86-64-v4)
 
 set_target_properties(moxccq4 PROPERTIES EXPORT_NAME moxcc)
 install(EXPORT moxcc FILE moxcc-config.cmake NAMESPACE moxcc:: DESTINATION ${config})

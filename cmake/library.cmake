@@ -1,5 +1,5 @@
-# The library: libmoxcore, and libmoxccq4 built twice from the same sources. The AVX2 file lies in the folder where the
-# dynamic linker looks first on a processor that has it (glibc-hwcaps), so that no dispatch code is needed.
+# The library: libmoxcore, and libmoxccq4 built for each width of vectors from the same sources. A wider file lies in the
+# folder where the dynamic linker looks first on a processor that has it (glibc-hwcaps), so that no dispatch code is needed.
 
 add_library(moxcore SHARED ${PROJECT_SOURCE_DIR}/frame/moxcore.cpp)
 target_include_directories(moxcore PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
@@ -54,11 +54,23 @@ function(moxcc_library target folder rpath)
         INSTALL_RPATH "$ORIGIN${rpath}")
 endfunction()
 
-moxcc_library(moxccq4 "" "" -msse4.2)
-moxcc_library(moxccq4_v3 "/glibc-hwcaps/x86-64-v3" "/../.." -mavx2)
+# The options of each width. Those of code that is run on a processor without AVX-512 are to test that code there.
+set(MOXCC_OPTIONS_SSE42 -msse4.2)
+set(MOXCC_OPTIONS_AVX2 -mavx2)
+if(MOXCC_EMULATE_AVX512)
+    set(MOXCC_OPTIONS_AVX512 -mavx2 -DMOX_EMULATE_AVX512)
+else()
+    set(MOXCC_OPTIONS_AVX512 -mavx512f -mavx512bw -mavx512dq -mavx512vl -mavx512cd)
+endif()
+# The compiler's own headers for AVX-512 start from registers that nothing has set.
+list(APPEND MOXCC_OPTIONS_AVX512 $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized> -Wno-uninitialized)
+
+moxcc_library(moxccq4 "" "" ${MOXCC_OPTIONS_SSE42})
+moxcc_library(moxccq4_v3 "/glibc-hwcaps/x86-64-v3" "/../.." ${MOXCC_OPTIONS_AVX2})
+moxcc_library(moxccq4_v4 "/glibc-hwcaps/x86-64-v4" "/../.." ${MOXCC_OPTIONS_AVX512})
 add_library(moxcc::moxcc ALIAS moxccq4)
 
-foreach(target moxcore moxccq4 moxccq4_v3)
+foreach(target moxcore moxccq4 moxccq4_v3 moxccq4_v4)
     # Plain code that needs no C++ runtime: the C driver links it.
     target_compile_options(${target} PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-math-errno)
     set_target_properties(${target} PROPERTIES

@@ -8,7 +8,9 @@
 // width is in namespace width, of the one file for the width that is built.
 #pragma once
 
-#if defined(__AVX2__)
+#if defined(__AVX512BW__) || defined(MOX_EMULATE_AVX512)
+#include "simd/avx512.h"
+#elif defined(__AVX2__)
 #include "simd/avx2.h"
 #else
 #include "simd/sse42.h"

@@ -10,7 +10,7 @@ trap 'rm -rf "$work"' EXIT
 
 cmake --install "$build" --prefix "$work/first" >"$work/log"
 mv "$work/first" "$work/tree"
-for file in lib/libmoxccq4.so lib/glibc-hwcaps/x86-64-v3/libmoxccq4.so lib/libmoxcore.so include/moxcc/moxcc.h; do
+for file in lib/{,glibc-hwcaps/x86-64-v{3,4}/}libmoxccq4.so lib/libmoxcore.so include/moxcc/moxcc.h; do
     test -f "$work/tree/$file" || { echo "not installed: $file" >&2; exit 1; }
 done
 

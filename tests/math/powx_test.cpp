@@ -1,4 +1,4 @@
-// The power kernel, which no export shows: compiled into this test at both widths, against plain code.
+// The power kernel, which no export shows: compiled into this test at each width, against plain code.
 #include <gtest/gtest.h>
 
 #include <cfenv>
@@ -7,12 +7,16 @@
 
 #include "math/powx_reference.h"
 #include "moxcc/types.h"
+#include "support/processor.h"
 #include "support/support.h"
 
-namespace sse42 {
+namespace SSE42 {
 int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
 }
-namespace avx2 {
+namespace AVX2 {
+int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
+}
+namespace AVX512 {
 int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
 }
 
@@ -23,12 +27,19 @@ namespace {
 constexpr float inf = INFINITY, largest = std::numeric_limits<float>::max();
 constexpr float forwardExponent = 0.45f, inverseExponent = 1 / 0.45f;
 
-using Kernel = decltype(sse42::moxsPowx_32f_A21);
+using Kernel = decltype(SSE42::moxsPowx_32f_A21);
 
 void forEachWidth(const std::function<void(Kernel*)>& body) {
-    for (Kernel* const kernel : {sse42::moxsPowx_32f_A21, avx2::moxsPowx_32f_A21}) {
-        if (kernel == avx2::moxsPowx_32f_A21 && !__builtin_cpu_supports("avx2")) continue;
-        SCOPED_TRACE(kernel == sse42::moxsPowx_32f_A21 ? "SSE4.2" : "AVX2");
+    const struct {
+        Kernel* kernel;
+        const char* name;
+        bool runs;
+    } widths[] = {{SSE42::moxsPowx_32f_A21, "SSE4.2", true},
+                  {AVX2::moxsPowx_32f_A21, "AVX2", hasAvx2()},
+                  {AVX512::moxsPowx_32f_A21, avx512Name, runsAvx512()}};
+    for (const auto& [kernel, name, runs] : widths) {
+        if (!runs) continue;
+        SCOPED_TRACE(name);
         body(kernel);
     }
 }

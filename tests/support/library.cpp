@@ -10,6 +10,7 @@
 #include <stdexcept>
 
 #include "support/float_env.h"
+#include "support/processor.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/common_interface_defs.h>
@@ -43,13 +44,18 @@ void noteFaults() {
 
 std::vector<Library> load() {
     noteFaults();
+    const struct {
+        const char *name, *path;
+        bool runs;
+    } files[] = {{"SSE4.2", MOXCC_LIBRARY_SSE42, true},
+                 {"AVX2", MOXCC_LIBRARY_AVX2, hasAvx2()},
+                 {avx512Name, MOXCC_LIBRARY_AVX512, runsAvx512()}};
     const char* const only = std::getenv("MOXCC_TEST_LIBRARY");
-    const auto wanted = [only](const char* name) { return !only || std::strcmp(only, name) == 0; };
     std::vector<Library> libs;
-    if (wanted("SSE4.2")) libs.emplace_back("SSE4.2", MOXCC_LIBRARY_SSE42);
-    if (wanted("AVX2") && __builtin_cpu_supports("avx2")) libs.emplace_back("AVX2", MOXCC_LIBRARY_AVX2);
+    for (const auto& file : files)
+        if (file.runs && (!only || std::strcmp(only, file.name) == 0)) libs.emplace_back(file.name, file.path);
     if (libs.empty()) {
-        std::puts("No library file to test: this processor has no AVX2, or MOXCC_TEST_LIBRARY names no file");
+        std::puts("No library file to test: this processor does not run it, or MOXCC_TEST_LIBRARY names no file");
         std::exit(skipped);
     }
     return libs;

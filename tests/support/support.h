@@ -29,8 +29,8 @@
 // float_env.h  Rounding modes, flush-to-zero and the x87 control word for the length of a scope or a call.
 // sizes.h      forEachSize(): the sizes around every block limit.
 //
-// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY (SSE4.2 or AVX2)
-// restricts a run to one file: ctest has one entry per test program and file.
+// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY, the name of a
+// file, restricts a run to it: ctest has one entry per test program and file.
 #ifndef SUPPORT_SUPPORT_H
 #define SUPPORT_SUPPORT_H
 
