@@ -1,12 +1,12 @@
 // One lane, 16 bytes: what is the same at every width.
 #pragma once
 
-#include <immintrin.h>
-
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
 #include <utility>
+
+#include "simd/intrinsics.h"
 
 #define MOX_INLINE [[gnu::always_inline]] inline
 
@@ -39,10 +39,18 @@ MOX_INLINE void forEach(const Function& function) {
     (std::make_integer_sequence<int, n>());
 }
 
+typedef int8_t LaneBytes [[gnu::vector_size(16)]];
+
+/// A lane of 16 bytes.
+template <class... B>
+MOX_INLINE __m128i laneOfBytes(B... bytes) {
+    static_assert(sizeof...(B) == 16);
+    return (__m128i)LaneBytes{int8_t(bytes)...};
+}
 /// A mask of the bytes whose bit is set.
 template <int bits>
 MOX_INLINE __m128i bytesIn() {
-    return [&]<int... i>(std::integer_sequence<int, i...>) { return _mm_setr_epi8(char(bits >> i & 1 ? 0xFF : 0)...); }
+    return [&]<int... i>(std::integer_sequence<int, i...>) { return laneOfBytes((bits >> i & 1 ? 0xFF : 0)...); }
     (std::make_integer_sequence<int, 16>());
 }
 

@@ -126,8 +126,7 @@ MOX_INLINE V fromElements(const Of& of) {
 /// A shuffle or mask pattern of 16 bytes, the same in every lane.
 template <class V = U8, class... B>
 MOX_INLINE V pattern(B... bytes) {
-    static_assert(sizeof...(B) == 16);
-    return splatLane<V>(_mm_setr_epi8(char(bytes)...));
+    return splatLane<V>(laneOfBytes(bytes...));
 }
 
 }  // namespace q4

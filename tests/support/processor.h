@@ -4,6 +4,8 @@
 
 namespace moxtest {
 
+#if defined(__x86_64__)
+
 inline bool hasAvx2() { return __builtin_cpu_supports("avx2"); }
 inline bool hasAvx512() {
     return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
@@ -17,6 +19,8 @@ inline bool runsAvx512() { return hasAvx2(); }
 #else
 inline constexpr char avx512Name[] = "AVX-512";
 inline bool runsAvx512() { return hasAvx512(); }
+#endif
+
 #endif
 
 }  // namespace moxtest
