@@ -7,18 +7,14 @@
 
 #include "math/powx_reference.h"
 #include "moxcc/types.h"
-#include "support/processor.h"
 #include "support/support.h"
 
-namespace SSE42 {
-int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
-}
-namespace AVX2 {
-int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
-}
-namespace AVX512 {
-int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
-}
+#define LEVEL(level, ...)                                                            \
+    namespace level {                                                                \
+    int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len); \
+    }
+#include "levels.inc"
+#undef LEVEL
 
 using namespace moxtest;
 
@@ -27,16 +23,17 @@ namespace {
 constexpr float inf = INFINITY, largest = std::numeric_limits<float>::max();
 constexpr float forwardExponent = 0.45f, inverseExponent = 1 / 0.45f;
 
-using Kernel = decltype(SSE42::moxsPowx_32f_A21);
+using Kernel = int32_t(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
 
 void forEachWidth(const std::function<void(Kernel*)>& body) {
     const struct {
         Kernel* kernel;
         const char* name;
         bool runs;
-    } widths[] = {{SSE42::moxsPowx_32f_A21, "SSE4.2", true},
-                  {AVX2::moxsPowx_32f_A21, "AVX2", hasAvx2()},
-                  {AVX512::moxsPowx_32f_A21, avx512Name, runsAvx512()}};
+    } widths[] = {
+#define LEVEL(level, name, path, runs) {level::moxsPowx_32f_A21, name, runs},
+#include "levels.inc"
+    };
     for (const auto& [kernel, name, runs] : widths) {
         if (!runs) continue;
         SCOPED_TRACE(name);

@@ -10,7 +10,6 @@
 #include <stdexcept>
 
 #include "support/float_env.h"
-#include "support/processor.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/common_interface_defs.h>
@@ -47,9 +46,13 @@ std::vector<Library> load() {
     const struct {
         const char *name, *path;
         bool runs;
-    } files[] = {{"SSE4.2", MOXCC_LIBRARY_SSE42, true},
-                 {"AVX2", MOXCC_LIBRARY_AVX2, hasAvx2()},
-                 {avx512Name, MOXCC_LIBRARY_AVX512, runsAvx512()}};
+    } files[] = {
+#define LEVEL(level, name, path, runs) {name, path, runs},
+#include "levels.inc"
+#ifdef MOXCC_LIBRARY_STATIC
+        {"static", MOXCC_LIBRARY_STATIC, true},
+#endif
+    };
     const char* const only = std::getenv("MOXCC_TEST_LIBRARY");
     std::vector<Library> libs;
     for (const auto& file : files)

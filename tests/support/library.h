@@ -79,9 +79,7 @@ class Library {
     /// Throws if the file cannot be loaded.
     Library(const char* name, const char* path);
 
-    const char* name() const {
-        return name_;
-    }  ///< "SSE4.2", "AVX2", "AVX-512", or "AVX-512-emulated" for its code run at AVX2.
+    const char* name() const { return name_; }  ///< "SSE4.2" or another width's, or "static".
     const char* path() const { return path_; }
     void* symbol(const char* name) const;  ///< Null if the file does not export the name.
 

@@ -20,7 +20,7 @@
 //         });
 //     }
 //
-// library.h    Both library files, loaded side by side by path. MOX_CALL(lib, moxiX)(...) calls one export with the
+// library.h    The library files, loaded side by side by path. MOX_CALL(lib, moxiX)(...) calls one export with the
 //              types of its prototype. A table of forms holds MOX_EXPORT(moxiX), and lib(form.function)(...) calls it.
 //              Each call is noted: messages, and the note on a crash, name the export, the file and the size. Each
 //              call is also checked to leave the rounding mode and the other floating-point controls as they were.
@@ -29,8 +29,9 @@
 // float_env.h  Rounding modes, flush-to-zero and the x87 control word for the length of a scope or a call.
 // sizes.h      forEachSize(): the sizes around every block limit.
 //
-// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY, the name of a
-// file, restricts a run to it: ctest has one entry per test program and file.
+// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY, a file's name
+// (SSE4.2, static), restricts a run to it: ctest has one entry per test program and shared file. The static library is
+// held to the contract, which compares it with them.
 #ifndef SUPPORT_SUPPORT_H
 #define SUPPORT_SUPPORT_H
 
