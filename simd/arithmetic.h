@@ -68,19 +68,19 @@ MOX_INLINE bool any(Vec<T> mask) {
 
 template <class T>
 MOX_INLINE Vec<T> eq(Vec<T> a, Vec<T> b) {
-    return {(typename Vec<T>::Reg)(elements(a) == elements(b))};
+    return {(typename Vec<T>::Reg)spelt([](auto x, auto y) { return x == y; }, elements(a), elements(b))};
 }
 template <class T>
 MOX_INLINE Vec<T> gt(Vec<T> a, Vec<T> b) requires std::is_signed_v<T> {
-    return {(typename Vec<T>::Reg)(elements(a) > elements(b))};
+    return {(typename Vec<T>::Reg)spelt([](auto x, auto y) { return x > y; }, elements(a), elements(b))};
 }
 template <class T>
 MOX_INLINE Vec<T> lt(Vec<T> a, Vec<T> b) requires std::is_floating_point_v<T> {
-    return {(typename Vec<T>::Reg)(elements(a) < elements(b))};
+    return {(typename Vec<T>::Reg)spelt([](auto x, auto y) { return x < y; }, elements(a), elements(b))};
 }
 template <class T>
 MOX_INLINE Vec<T> le(Vec<T> a, Vec<T> b) requires std::is_floating_point_v<T> {
-    return {(typename Vec<T>::Reg)(elements(a) <= elements(b))};
+    return {(typename Vec<T>::Reg)spelt([](auto x, auto y) { return x <= y; }, elements(a), elements(b))};
 }
 
 // ---- arithmetic -----------------------------------------------------------------------------------------------------

@@ -1,7 +1,7 @@
 // What depends on the width, at AVX-512 (F, BW, DQ and VL): a vector is four lanes.
 #pragma once
 
-#if !defined(__AVX512BW__)
+#if defined(MOX_EMULATE_AVX512)
 #include "simd/emulated512.h"
 #endif
 #include "simd/lane.h"
@@ -77,9 +77,13 @@ MOX_INLINE void storeHalvesDealt(void* toA, void* toB, RegI a, RegI b) {
 }
 MOX_INLINE RegF gather(const float* table, RegI index) { return _mm512_i32gather_ps(index, table, 4); }
 
-MOX_INLINE RegI select(RegI mask, RegI yes, RegI no) { return (RegI)((Bytes)mask < 0 ? (Bytes)yes : (Bytes)no); }
-MOX_INLINE RegF select(RegF mask, RegF yes, RegF no) { return (Dwords)mask < 0 ? yes : no; }
-MOX_INLINE RegD select(RegD mask, RegD yes, RegD no) { return (Qwords)mask < 0 ? yes : no; }
+template <class Mask, class V>
+MOX_INLINE V chosen(Mask mask, V yes, V no) {
+    return (V)spelt([](auto m, auto y, auto n) { return m < 0 ? y : n; }, mask, yes, no);
+}
+MOX_INLINE RegI select(RegI mask, RegI yes, RegI no) { return (RegI)chosen((Bytes)mask, (Bytes)yes, (Bytes)no); }
+MOX_INLINE RegF select(RegF mask, RegF yes, RegF no) { return chosen((Dwords)mask, yes, no); }
+MOX_INLINE RegD select(RegD mask, RegD yes, RegD no) { return chosen((Qwords)mask, yes, no); }
 // Masks known when this is compiled stand in the instruction: as vectors they would be compared anew in each turn.
 template <int mask>
 MOX_INLINE RegI blend8(RegI a, RegI b) {

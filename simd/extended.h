@@ -38,7 +38,7 @@ class EmulatedExtended {
     }
 
   private:
-    using Wide = unsigned __int128;
+    __extension__ typedef unsigned __int128 Wide;
 
     /// mantissa * 2^exponent; the top bit of the mantissa is set, unless the number is 0.
     struct Number {

@@ -32,6 +32,16 @@ MOX_INLINE uint64_t half(__m128i lane) {
     return uint64_t(_mm_extract_epi64(lane, which));
 }
 
+/// What the language's operators make of vectors of the compiler's own.
+template <class Operation, class... V>
+MOX_INLINE auto spelt(const Operation& operation, const V&... v) {
+#if defined(MOX_EMULATE_AVX512)
+    return emulated::byHalves(operation, v...);  // else the compiler takes them element by element
+#else
+    return operation(v...);
+#endif
+}
+
 /// Calls a function of each number below n, as a compile-time constant.
 template <int n, class Function>
 MOX_INLINE void forEach(const Function& function) {
