@@ -21,8 +21,8 @@
 // float_env.h  Rounding modes, flush-to-zero and the x87 control word for the length of a scope or a call.
 // sizes.h      forEachSize(): the sizes around every block limit.
 //
-// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY (SSE4.2, AVX2
-// or static) restricts a run to one file. The static library is held to the contract, which compares it with them.
+// Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY, a file's name
+// (SSE4.2, static), restricts a run to it. The static library is held to the contract, which compares it with the others.
 #ifndef SUPPORT_SUPPORT_H
 #define SUPPORT_SUPPORT_H
 
