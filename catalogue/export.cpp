@@ -157,8 +157,8 @@ const ValueKind valueKinds[] = {
     {Value::upperLimit, {1, 17, 235, 1e30}, {}, 0},
 };
 
-// Where bands may begin so that they give the bytes of one call: at multiples of so many rows; not at all (0); or as the
-// call has it, see Export::cuts().
+// Where bands may begin so that they give the bytes of one call: at multiples of so many rows; not at all (0); or as
+// the call has it, see Export::cuts().
 constexpr int notSplit = 0, byCall = -1;
 constexpr BandRule bands[] = {
     {"*ToneMap*", "tone mapping", notSplit, "not split",

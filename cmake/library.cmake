@@ -33,8 +33,8 @@ foreach(level ${MOXCC_LEVELS})
     else()
         set(MOXCC_TEST_${level} true)
     endif()
-    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at compile
-    # time that the caller's rounding mode decides.
+    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at
+    # compile time that the caller's rounding mode decides.
     list(APPEND MOXCC_OPTIONS_${level} -ffp-contract=off -frounding-math
         $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-unsupported-floating-point-opt>)
 endforeach()

@@ -63,8 +63,8 @@ MOX_INLINE bool any(Vec<T> mask) {
         return topBits(mask) != 0;
 }
 
-// Comparisons give masks of all ones or all zeros. They are spelt as the language's, so that the compiler may keep masks
-// in registers of their own, where the processor has such. Those of floats are false for NaNs.
+// Comparisons give masks of all ones or all zeros. They are spelt as the language's, so that the compiler may keep
+// masks in registers of their own, where the processor has such. Those of floats are false for NaNs.
 
 template <class T>
 MOX_INLINE Vec<T> eq(Vec<T> a, Vec<T> b) {

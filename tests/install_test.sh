@@ -1,7 +1,8 @@
 #!/bin/bash
 # tests/install_test.sh BUILD: installs a build into a new folder, and builds and runs the examples, and those in
-# README.md, against it as a user would: through pkg-config, and through CMake after a move; with the shared and with the
-# static library; and without what only developers have. Then it sees that moxCC is complete as a part of another project.
+# README.md, against it as a user would: through pkg-config, and through CMake after a move; with the shared and with
+# the static library; and without what only developers have. Then it sees that moxCC is complete as a part of another
+# project.
 set -euo pipefail
 
 source=$(cd "$(dirname "$0")/.." && pwd)

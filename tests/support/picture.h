@@ -1,5 +1,5 @@
-// The pictures of a call, as the catalogue has them: planes between guard pages, with not a byte more than the export may
-// touch, read and written by what the samples mean; and the comparison of an export with its rule.
+// The pictures of a call, as the catalogue has them: planes between guard pages, with not a byte more than the export
+// may touch, read and written by what the samples mean; and the comparison of an export with its rule.
 #ifndef SUPPORT_PICTURE_H
 #define SUPPORT_PICTURE_H
 
@@ -82,8 +82,8 @@ class Picture {
 /// Compares every byte, margins too.
 ::testing::AssertionResult same(const Picture& got, const Picture& want, Nan nan = Nan::bits);
 
-/// What a call makes of the source: writes the pixels of `want` that the export writes. In place, the source is what the
-/// destination held before.
+/// What a call makes of the source: writes the pixels of `want` that the export writes. In place, the source is what
+/// the destination held before.
 using Reference = std::function<void(const Picture& src, Picture& want, const Values& values)>;
 
 /// So many that a rounding offset of 16 fractional bits that is one off shows.

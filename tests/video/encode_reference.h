@@ -108,8 +108,8 @@ inline void expectEncodes(const char* name, const Encoder& e) {
     expect(name, [&](const Picture& src, Picture& want, const Values&) { encode(e, src, want, src.size()); });
 }
 
-/// The same in pictures so narrow that all columns follow the last rules, for so many colours that each residue below the
-/// rounding comes up: an offset that is one off shows in one cell of 2^17 or 2^18.
+/// The same in pictures so narrow that all columns follow the last rules, for so many colours that each residue below
+/// the rounding comes up: an offset that is one off shows in one cell of 2^17 or 2^18.
 inline void expectEncodesTails(const char* name, const Encoder& e) {
 #ifdef MOXCC_FEWER_CASES
     constexpr int cells = 1000;
