@@ -2,11 +2,42 @@
 # folder where the dynamic linker looks first on a processor that has its level (glibc-hwcaps), so that no dispatch code
 # is needed. The static library libmoxcc.a holds the same object code of all levels, behind slots.
 
-# The levels, narrowest first, each with the processor's features that its code asks for. The first is what any
-# processor must have: its file is the one that programs link.
-set(MOXCC_LEVELS v2 v3)
-set(MOXCC_FEATURES_v2 sse4.2)
-set(MOXCC_FEATURES_v3 avx2)
+# The levels, narrowest first, each with a name, the processor's features that its code asks for, and what else its
+# compilation takes. The first is what any processor must have: its file is the one that programs link.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")
+    set(MOXCC_LEVELS v8)
+    set(MOXCC_NAME_v8 NEON)
+else()
+    set(MOXCC_LEVELS v2 v3 v4)
+    set(MOXCC_NAME_v2 SSE4.2)
+    set(MOXCC_FEATURES_v2 sse4.2)
+    set(MOXCC_NAME_v3 AVX2)
+    set(MOXCC_FEATURES_v3 avx2)
+    if(MOXCC_EMULATE_AVX512)
+        set(MOXCC_NAME_v4 AVX-512-emulated)
+        set(MOXCC_FEATURES_v4 avx2)
+        set(MOXCC_OPTIONS_v4 -DMOX_EMULATE_AVX512)
+    else()
+        set(MOXCC_NAME_v4 AVX-512)
+        set(MOXCC_FEATURES_v4 avx512f avx512bw avx512dq avx512vl avx512cd)
+        # The compiler's own headers start from registers that nothing has set.
+        set(MOXCC_OPTIONS_v4 $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized> -Wno-uninitialized)
+    endif()
+endif()
+foreach(level ${MOXCC_LEVELS})
+    if(MOXCC_FEATURES_${level})
+        list(TRANSFORM MOXCC_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE features)
+        list(APPEND MOXCC_OPTIONS_${level} ${features} -mno-fma)
+        list(TRANSFORM MOXCC_FEATURES_${level} REPLACE "(.+)" "__builtin_cpu_supports(\"\\1\")" OUTPUT_VARIABLE test)
+        list(JOIN test " && " MOXCC_TEST_${level})
+    else()
+        set(MOXCC_TEST_${level} true)
+    endif()
+    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at compile
+    # time that the caller's rounding mode decides.
+    list(APPEND MOXCC_OPTIONS_${level} -ffp-contract=off -frounding-math
+        $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-unsupported-floating-point-opt>)
+endforeach()
 
 file(GLOB MOXCC_SOURCES CONFIGURE_DEPENDS
     frame/*.cpp models/*.cpp video/*.cpp demosaic/*.cpp tone/*.cpp math/*.cpp)
@@ -74,11 +105,7 @@ moxcc_shared(moxcore moxcore_objects moxcore)
 foreach(level ${MOXCC_LEVELS})
     set(objects moxccq4_${level}_objects)
     moxcc_objects(${objects} ${MOXCC_SOURCES} ${MOXCC_TABLES})
-    # Results are defined operation by operation: nothing may be contracted or reassociated, and nothing folded at
-    # compile time that the caller's rounding mode decides.
-    list(TRANSFORM MOXCC_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE features)
-    target_compile_options(${objects} PRIVATE ${features} -mno-fma -ffp-contract=off -frounding-math
-        $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-unsupported-floating-point-opt>)
+    target_compile_options(${objects} PRIVATE ${MOXCC_OPTIONS_${level}})
 
     if(NOT TARGET moxccq4)
         set(target moxccq4)
@@ -102,8 +129,10 @@ foreach(level ${MOXCC_LEVELS})
         INSTALL_RPATH "${rpath}")
 endforeach()
 add_library(moxcc::moxcc ALIAS moxccq4)
-# Nothing links the wider files; who builds the one that is linked gets them, too.
-add_dependencies(moxccq4 ${MOXCC_WIDER})
+if(MOXCC_WIDER)
+    # Nothing links the wider files; who builds the one that is linked gets them, too.
+    add_dependencies(moxccq4 ${MOXCC_WIDER})
+endif()
 
 # Sanitizers see the same objects in the shared files.
 if(NOT MOXCC_SANITIZE)

@@ -15,7 +15,7 @@ quietly() {
 
 tree=$work/tree
 quietly cmake --install "$build" --prefix "$tree"
-for file in lib/libmoxccq4.so.2019 lib/glibc-hwcaps/x86-64-v3/libmoxccq4.so.2019 lib/libmoxcore.so.2019 lib/libmoxcc.a \
+for file in lib/libmoxccq4.so.2019 lib/glibc-hwcaps/x86-64-v{3,4}/libmoxccq4.so.2019 lib/libmoxcore.so.2019 lib/libmoxcc.a \
     include/moxcc/moxcc.h; do
     test -f "$tree/$file" || { echo "not installed: $file" >&2; exit 1; }
 done

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -83,6 +84,16 @@ TEST(Library, DeclaresTheListedFunctions) {
     EXPECT_EQ(declaredFunctions(), listed);
 }
 
+TEST(Library, TellsEveryStatusInTheWordsOfItsDescription) {
+    const std::string types = readFile(std::filesystem::path(MOXCC_HEADERS) / "types.h");
+    const std::regex status("(moxStatus\\w+) = (-?\\d+),? */\\*\\*< (.*)\\. \\*/");
+    int count = 0;
+    for (std::sregex_iterator i(types.begin(), types.end(), status), none; i != none; ++i, ++count)
+        EXPECT_EQ(moxStatusText(std::stoi((*i)[2])), (*i)[3].str()) << (*i)[1];
+    EXPECT_EQ(count, 13);
+    EXPECT_STREQ(moxStatusText(1234), "An unknown status");
+}
+
 TEST(Library, HasOneHeaderThatIncludesAll) {
     const std::filesystem::path folder = MOXCC_HEADERS;
     const std::string all = readFile(folder / "moxcc.h");
@@ -153,14 +164,21 @@ TEST_F(ReleasedFile, HasNoNamesInTheStaticLibraryThatCouldMeetOthers) {
 }
 #endif
 
+#ifdef MOXCC_DYNAMIC_LINKER
 TEST_F(ReleasedFile, IsChosenByTheDynamicLinker) {
     const std::string linker = MOXCC_DYNAMIC_LINKER;
-    const bool v3 = outputOf(linker + " --help").find("x86-64-v3 (supported") != std::string::npos;
-    const std::string usual = outputOf(MOXCC_WHICH_LIBRARY);
-    EXPECT_EQ(usual.find("glibc-hwcaps/x86-64-v3/") != std::string::npos, v3) << usual;
+    const std::string levels = outputOf(linker + " --help"), usual = outputOf(MOXCC_WHICH_LIBRARY);
+    std::string best;
+    for (const std::string level : {"x86-64-v3", "x86-64-v4"})
+        if (levels.find(level + " (supported") != std::string::npos) best = "glibc-hwcaps/" + level + "/";
+    if (best.empty())
+        EXPECT_EQ(usual.find("glibc-hwcaps"), std::string::npos) << usual;
+    else
+        EXPECT_NE(usual.find(best), std::string::npos) << usual;
     const std::string reference = outputOf(linker + " --glibc-hwcaps-mask x86-64-v2 " MOXCC_WHICH_LIBRARY);
     EXPECT_EQ(reference.find("glibc-hwcaps"), std::string::npos) << reference;
 }
+#endif
 
 }  // namespace
 }  // namespace moxtest
