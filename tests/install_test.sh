@@ -16,7 +16,7 @@ quietly() {
 
 tree=$work/tree
 quietly cmake --install "$build" --prefix "$tree"
-for file in lib/libmoxccq4.so.2019 lib/glibc-hwcaps/x86-64-v{3,4}/libmoxccq4.so.2019 lib/libmoxcore.so.2019 lib/libmoxcc.a \
+for file in lib/{,glibc-hwcaps/x86-64-v{3,4}/}libmoxccq4.so{,.2019} lib/libmoxcore.so{,.2019} lib/libmoxcc.a \
     include/moxcc/moxcc.h; do
     test -f "$tree/$file" || { echo "not installed: $file" >&2; exit 1; }
 done
@@ -84,5 +84,7 @@ END
 quietly cmake -G Ninja -S "$work" -B "$work/subproject"
 grep -q 'will not be optimised' "$work/log" || { echo "no warning that there is no build type" >&2; exit 1; }
 quietly ninja -C "$work/subproject" -t commands user
-grep -q -e '-o [^ ]*glibc-hwcaps/x86-64-v3/libmoxccq4' "$work/log" ||
-    { echo "a program of another project does not build the AVX2 file" >&2; exit 1; }
+for level in v3 v4; do
+    grep -q -e "-o [^ ]*glibc-hwcaps/x86-64-$level/libmoxccq4" "$work/log" ||
+        { echo "a program of another project does not build the file for x86-64-$level" >&2; exit 1; }
+done
