@@ -20,9 +20,9 @@ install(EXPORT moxcc FILE moxcc-config.cmake NAMESPACE moxcc:: DESTINATION ${con
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/moxcc-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/moxcc-config-version.cmake DESTINATION ${config})
 
-# Folders stand in the .pc files as they are, not from the file's own place: a program's RUNPATH that is made of them must
-# not lead through a folder that only developers have. The prefix is known when it is installed, so that is when they are
-# finished.
+# Folders stand in the .pc files as they are, not from the file's own place: a program's RUNPATH that is made of them
+# must not lead through a folder that only developers have. The prefix is known when the library is installed, so that
+# is when the files are finished.
 set(prefix @CMAKE_INSTALL_PREFIX@)
 cmake_path(APPEND libdir "\${prefix}" ${CMAKE_INSTALL_LIBDIR})
 cmake_path(APPEND includedir "\${prefix}" ${CMAKE_INSTALL_INCLUDEDIR})

@@ -69,8 +69,8 @@ add_custom_command(OUTPUT ${generated}/symbols.stamp BYPRODUCTS ${MOXCC_SYMBOLS}
 
 add_custom_target(moxcc_tables DEPENDS ${MOXCC_TABLES} ${generated}/symbols.stamp)
 
-# Object code for both kinds of library: plain, without need of the C++ runtime, each function in a section of its own so
-# that a static link can leave it out, and no symbol that the linker makes unique in a program.
+# Object code for both kinds of library: plain, without need of the C++ runtime; each function in a section of its own,
+# so that a static link can leave it out; and no symbol that the linker makes unique in a program.
 function(moxcc_objects target)
     add_library(${target} OBJECT ${ARGN})
     add_dependencies(${target} moxcc_tables)

@@ -1,6 +1,6 @@
-# The static library. The objects of a level are joined into one, whose only global names are <export>_<level>: functions
-# that two levels have in common by name, inline ones of the C++ library among them, must not be merged by the linker, or
-# a processor without AVX2 would meet AVX2 code. Where there is one level only, its exports need no slots.
+# The static library. The objects of a level are joined into one, whose only global names are <export>_<level>. Of
+# functions that two levels have by the same name, inline ones of the C++ library among them, the linker would otherwise
+# keep one, and a processor without AVX2 could meet AVX2 code. Where there is one level only, its exports need no slots.
 
 set(names ${generated}/static)
 file(MAKE_DIRECTORY ${names})

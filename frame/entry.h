@@ -8,6 +8,7 @@
 // its end. An export that is declared and has no line does not build.
 #pragma once
 
+#include <climits>
 #include <iterator>
 
 #include "frame/checks.h"
@@ -33,7 +34,10 @@ enum class Test {
     stepArrays,  // the pointers to arrays of steps
     weights,     // the pointer to a table of weights
     steps,       // at least 1
+    rowLengths,  // the same, as sizes: of the family that counts steps in samples
+    anySize,     // at least 1 x 1
     size,        // at least as large as the line says
+    wholeCells,  // of the smallest size
     values,      // the arguments behind the size, by the kernel's own check()
 };
 
@@ -42,16 +46,22 @@ struct Order {
     Test test[6] = {};
 };
 inline constexpr Order plainOrder = {{Test::pointers, Test::size, Test::planes}};
+inline constexpr Order sizeFirst = {{Test::size, Test::pointers}};
 inline constexpr Order planesFirst = {{Test::pointers, Test::planes, Test::size}};
 
 /// The smallest size.
 struct AtLeast {
     int width = 1, height = 1;
 };
+inline constexpr int anyHeight = INT_MIN;  // nothing is done for one below 1
 
 /// How steps count.
-enum class Steps { bytes, wholeSamples };
-inline constexpr Steps inSamples = Steps::wholeSamples;  // a step in bytes is rounded down to whole samples
+enum class Steps {
+    bytes,
+    wholeSamples,  // bytes, rounded down to whole samples
+    samples,
+};
+inline constexpr Steps inSamples = Steps::wholeSamples;
 
 /// The option of a type, of a line's options, or what is usual.
 template <class Option>
@@ -98,7 +108,9 @@ struct Side {
             static_assert(counted == Steps::bytes, "no family rounds the steps in an array");
             return L::rowsOf(image<L::planes>(p, step));
         } else {
-            const ptrdiff_t bytes = counted == Steps::bytes ? step : wholeSamples<typename L::Sample>(step);
+            const ptrdiff_t bytes = counted == Steps::samples        ? step * ptrdiff_t(sizeof(P))
+                                    : counted == Steps::wholeSamples ? wholeSamples<typename L::Sample>(step)
+                                                                     : step;
             if constexpr (isPlanes)
                 return L::rowsOf(image<L::planes>(p, bytes));
             else
@@ -109,7 +121,7 @@ struct Side {
 
 /// Semi-planar: a plane of luma and a plane of chroma pairs.
 template <class T>
-struct TwoPlanes {
+struct SemiPlanarSide {
     T *y, *chroma;
     int32_t yStep, chromaStep;
 
@@ -147,14 +159,14 @@ struct Converts {
     template <class S, class D, class DstStep, class... Extra>
     MOX_INLINE MoxStatus operator()(S* srcY, int32_t srcYStep, S* srcCbCr, int32_t srcCbCrStep, D* dst, DstStep dstStep,
                                     MoxiSize roiSize, Extra... extra) const {
-        return run(TwoPlanes<S>{srcY, srcCbCr, srcYStep, srcCbCrStep}, Side<D, DstStep>{dst, dstStep}, roiSize,
+        return run(SemiPlanarSide<S>{srcY, srcCbCr, srcYStep, srcCbCrStep}, Side<D, DstStep>{dst, dstStep}, roiSize,
                    extra...);
     }
     /// To a plane of luma and one of chroma pairs.
     template <class S, class SrcStep, class D, class... Extra>
     MOX_INLINE MoxStatus operator()(S* src, SrcStep srcStep, D* dstY, int32_t dstYStep, D* dstCbCr, int32_t dstCbCrStep,
                                     MoxiSize roiSize, Extra... extra) const {
-        return run(Side<S, SrcStep>{src, srcStep}, TwoPlanes<D>{dstY, dstCbCr, dstYStep, dstCbCrStep}, roiSize,
+        return run(Side<S, SrcStep>{src, srcStep}, SemiPlanarSide<D>{dstY, dstCbCr, dstYStep, dstCbCrStep}, roiSize,
                    extra...);
     }
     /// In place.
@@ -177,9 +189,14 @@ struct Converts {
         if constexpr (test == Test::weights) return status((... && extra), moxStatusNullPtr);
         if constexpr (test == Test::steps)
             return status(src.stepsArePositive() && dst.stepsArePositive(), moxStatusBadStep);
+        if constexpr (test == Test::rowLengths)
+            return status(src.stepsArePositive() && dst.stepsArePositive(), moxStatusBadSize);
         if constexpr (test == Test::values) return Kernel::check(extra...);
         if constexpr (test == Test::size)
             return status(size.width >= least.width && size.height >= least.height, moxStatusBadSize);
+        if constexpr (test == Test::anySize) return status(size.width >= 1 && size.height >= 1, moxStatusBadSize);
+        if constexpr (test == Test::wholeCells)
+            return status(size.width % least.width == 0 && size.height % least.height == 0, moxStatusBadSize);
         return moxStatusOk;
     }
 

@@ -128,26 +128,45 @@ struct AllColumns {
     }
 };
 
-/// A row kernel with one rule for the columns below the width rounded down to a multiple of `group`, and another for
-/// the rest. The two need not agree to the last bit, which makes the split part of the result.
-template <Layout Src_, Layout Dst_, int group, class Body, class Tail>
-struct Split {
+/// The columns that whole passes take, then at most one pass of each narrower width.
+template <int pass, int... single>
+struct Passes {
+    static constexpr ptrdiff_t limit(ptrdiff_t width) { return ((width & -pass) + ... + (width & single)); }
+};
+
+/// In place of a rule: columns that are neither read nor written.
+struct LeftAlone {};
+
+/// A row kernel with a rule for the columns below a limit, one for the others of whole cells, and one for what is left of
+/// a cell, such as the last pixel of an odd width. Rules need not agree to the last bit, which makes the limit part of the
+/// result.
+template <Layout Src_, Layout Dst_, class Limit, int cellWidth, class Below, class Above, class Rest = LeftAlone>
+struct InParts {
     using Src = Src_;
     using Dst = Dst_;
-    Body body;
-    Tail tail;
+    Below below;
+    Above above;
+    [[no_unique_address]] Rest rest;
 
     template <class... Extra>
-    MOX_INLINE static Split of(Extra... extra) {
-        return {partOf<Body>(extra...), partOf<Tail>(extra...)};
+    MOX_INLINE static InParts of(Extra... extra) {
+        if constexpr (std::is_same_v<Rest, LeftAlone>)
+            return {partOf<Below>(extra...), partOf<Above>(extra...), {}};
+        else
+            return {partOf<Below>(extra...), partOf<Above>(extra...), partOf<Rest>(extra...)};
     }
     MOX_INLINE void row(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst,
                         ptrdiff_t width) const {
-        const ptrdiff_t limit = width & -group;
-        span<Src, Dst>(src, dst, 0, limit, body);
-        span<Src, Dst>(src, dst, limit, width, tail);
+        const ptrdiff_t whole = width & -cellWidth, limit = Limit::limit(whole);
+        span<Src, Dst>(src, dst, 0, limit, below);
+        span<Src, Dst>(src, dst, limit, whole, above);
+        if constexpr (!std::is_same_v<Rest, LeftAlone>) span<Src, Dst>(src, dst, whole, width, rest);
     }
 };
+
+/// One rule for the columns below the width rounded down to a multiple of `group`, and another for the rest.
+template <Layout Src, Layout Dst, int group, class Body, class Tail = Body>
+using Split = InParts<Src, Dst, Passes<group>, 1, Body, Tail>;
 
 // ---- rows of a picture ----------------------------------------------------------------------------------------------
 
@@ -234,25 +253,28 @@ struct EachPlane : Plane {
     }
 };
 
-/// A kernel that warns of pixels in no whole cell, which it leaves alone, says what a cell is.
+/// A call warns of pixels in no whole cell, which it leaves alone. Those of two rows are two columns wide; other kernels
+/// that warn say what a cell is.
 template <class Kernel>
-MOX_INLINE MoxStatus statusOf(MoxiSize size) {
+constexpr MoxiSize cellOf() {
     if constexpr (requires { Kernel::warnsOutside; })
-        if (size.width % Kernel::warnsOutside.width || size.height % Kernel::warnsOutside.height)
-            return moxStatusOddSize;
-    return moxStatusOk;
+        return Kernel::warnsOutside;
+    else
+        return {Kernel::Src::rowsAtOnce, Kernel::Src::rowsAtOnce};
 }
 
-/// Runs a kernel over a picture: a picture kernel by itself, a row kernel over all rows, or groups of rows.
+/// Runs a kernel over a picture: a picture kernel by itself, a row kernel over all rows, or all pairs of rows.
 template <class Kernel, class Src, class Dst>
 MOX_INLINE MoxStatus convertPicture(const Kernel& kernel, const Src& src, const Dst& dst, MoxiSize size) {
     if constexpr (requires { kernel.picture(src, dst, size); }) {
         kernel.picture(src, dst, size);
     } else {
-        static_assert(Kernel::Src::rowsAtOnce == Kernel::Dst::rowsAtOnce);
-        eachRow(kernel, src, dst, {size.width, size.height / Kernel::Src::rowsAtOnce});
+        constexpr int rows = Kernel::Src::rowsAtOnce;
+        static_assert(Kernel::Dst::rowsAtOnce == rows);
+        eachRow(kernel, src, dst, {size.width & -rows, size.height / rows});
     }
-    return statusOf<Kernel>(size);
+    constexpr MoxiSize cell = cellOf<Kernel>();
+    return size.width % cell.width || size.height % cell.height ? moxStatusOddSize : moxStatusOk;
 }
 
 }  // namespace q4

@@ -15,6 +15,15 @@ namespace q4 {
 
 inline constexpr int lumaPixels = vectorBytes;
 
+// Pixels of 8 bits; x: a fourth sample that is not read, and keeps what it held.
+using RGB = C3<Mox8u>;
+using BGR = Reversed<RGB>;
+using RGBA = C4<Mox8u>;
+using BGRA = Reversed<RGBA>;
+using RGBx = AC4<Mox8u>;
+using BGRx = Reversed<RGBx>;
+using PlanarRGB = P3<Mox8u>;
+
 /// Luma of vectorBytes columns and the given number of rows, and their chroma, one sample of each kind for a cell of
 /// cellWidth columns and all the rows.
 template <int rows_, int cellWidth_>
@@ -166,10 +175,10 @@ using Planar420 = LumaPlane<2, SeparateChroma<2>>;
 using Planar411 = LumaPlane<1, SeparateChroma<4>>;
 using SemiPlanar420 = LumaPlane<2, PairedChroma<2>>;
 
-enum class Order { lumaFirst, chromaFirst };
+enum class Packing { lumaFirst, chromaFirst };
 
 /// 4:2:2 in one row of bytes that are luma and chroma in turn.
-template <Order order, bool dealt = false>
+template <Packing order, bool dealt = false>
 struct Packed422 : LayoutOf<1> {
     using Sample = uint8_t;
     static constexpr int groupColumns = 2;
@@ -214,7 +223,7 @@ struct Packed422 : LayoutOf<1> {
     }
 
   private:
-    static constexpr int luma = order == Order::lumaFirst ? 0 : 1;
+    static constexpr int luma = order == Packing::lumaFirst ? 0 : 1;
 
     /// The bytes of the first and of the second half of each lane's pixels.
     struct Halves {
@@ -251,8 +260,8 @@ struct Packed422 : LayoutOf<1> {
     }
 };
 
-using YCbCr422 = Packed422<Order::lumaFirst>;
-using CbYCr422 = Packed422<Order::chromaFirst>;
+using YCbCr422 = Packed422<Packing::lumaFirst>;
+using CbYCr422 = Packed422<Packing::chromaFirst>;
 
 /// A layout with its two kinds of chroma exchanged.
 template <Layout L>
@@ -277,8 +286,10 @@ struct Crossed : L {
 };
 
 using YCrCb422 = Crossed<YCbCr422>;
+using PlanarYCrCb420 = Crossed<Planar420>;
+using SemiPlanarYCrCb420 = Crossed<SemiPlanar420>;
 
-template <Order order>
+template <Packing order>
 struct Dealt<Packed422<order>> : Packed422<order, true> {};
 
 /// Written only.
@@ -419,21 +430,6 @@ MOX_INLINE Image<Byte, n + m> join(const Image<Byte, n>& a, const Image<Byte, m>
     for (int i = 0; i < n; ++i) both.base[i] = a.base[i], both.step[i] = a.step[i];
     for (int i = 0; i < m; ++i) both.base[n + i] = b.base[i], both.step[n + i] = b.step[i];
     return both;
-}
-
-/// Planar 4:2:0, one row of cells at a time, as Planar420 takes it.
-template <class T>
-MOX_INLINE Image<ByteOf<T>, 4> cells420(T* const* planes, const int32_t* steps) {
-    return join(rowPairs(image(planes[0], steps[0])), image<2>(planes + 1, steps + 1));
-}
-/// Semi-planar 4:2:0, one row of cells at a time, as SemiPlanar420 takes it.
-template <class T>
-MOX_INLINE Image<ByteOf<T>, 3> cells420(T* y, ptrdiff_t yStep, T* chroma, ptrdiff_t chromaStep) {
-    return join(rowPairs(image(y, yStep)), image(chroma, chromaStep));
-}
-/// The size in whole cells of the given width and height, as eachRow takes it: columns of pixels, rows of cells.
-inline constexpr MoxiSize wholeCells(MoxiSize size, int cellWidth, int cellHeight) {
-    return {size.width & -cellWidth, size.height / cellHeight};
 }
 
 }  // namespace q4

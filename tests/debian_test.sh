@@ -1,6 +1,7 @@
 #!/bin/bash
-# tests/debian_test.sh [packages ...]: builds the Debian packages (or takes those), has lintian look at them, installs them
-# into a clean Debian 12, and builds and runs README's programs there; without the development package, too.
+# tests/debian_test.sh [packages ...]: builds the Debian packages in build/debian (or takes those), has lintian look at
+# them, installs them into a clean Debian 12, and builds and runs README's programs there; without the development
+# package, too.
 set -euo pipefail
 
 source=$(cd "$(dirname "$0")/.." && pwd)
@@ -8,25 +9,26 @@ source=$(cd "$(dirname "$0")/.." && pwd)
 packages=("$@")
 
 need debhelper dpkg-dev cmake ninja-build g++ lintian debootstrap
+as_root=
+[ "$(id -u)" = 0 ] || as_root=sudo
 work=$(mktemp -d)
-trap 'rm -rf --one-file-system "$work"' EXIT
+trap '$as_root rm -rf --one-file-system "$work"' EXIT
 
 if [ ${#packages[@]} = 0 ]; then
     echo "== packages"
-    mkdir "$work/moxcc"
-    git -C "$source" ls-files -z | tar -C "$source" --null -T - -c | tar -C "$work/moxcc" -x
+    debian=$source/build/debian
+    rm -rf "$debian"
+    mkdir -p "$debian/moxcc"
+    git -C "$source" ls-files -z | tar -C "$source" --null -T - -c | tar -C "$debian/moxcc" -x
     # test.sh has run the tests of the same code.
-    (cd "$work/moxcc" && DEB_BUILD_OPTIONS=nocheck DEB_BUILD_PROFILES=nocheck dpkg-buildpackage -b -us -uc) \
+    (cd "$debian/moxcc" && DEB_BUILD_OPTIONS=nocheck DEB_BUILD_PROFILES=nocheck dpkg-buildpackage -b -us -uc) \
         >"$work/log" 2>&1 || { tail -n 50 "$work/log" >&2; exit 1; }
-    lintian --fail-on error,warning "$work/"*.changes
-    packages=("$work/"*.deb)
+    lintian --allow-root --fail-on error,warning "$debian/"*.changes
+    packages=("$debian/"*.deb)
 fi
 
 echo "== a clean system"
-as_root=
-[ "$(id -u)" = 0 ] || as_root=sudo
 root=$work/root
-trap '$as_root rm -rf --one-file-system "$work"' EXIT
 $as_root debootstrap --variant=minbase --include=g++,pkg-config bookworm "$root" >"$work/log" ||
     { tail -n 20 "$work/log" >&2; exit 1; }
 $as_root mkdir -p "$root/packages" "$root/moxcc/tests"

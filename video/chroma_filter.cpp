@@ -37,21 +37,24 @@ void filterPlane(const Image<const uint8_t, 1>& src, const Image<uint8_t, 1>& ds
     }
 }
 
-/// Checks, copies luma, and runs chroma(size of a source chroma plane).
-template <class Src, class Chroma>
-MoxStatus doubleChromaRows(const Src& src, const PlanarSide<Mox8u>& dst, MoxiSize roiSize, Chroma chroma) {
-    if (MoxStatus s = firstOf(src.notNull(), dst.notNull(), sizeAtLeast(roiSize, 2, 8))) return s;
-    const MoxiSize whole = {roiSize.width & -2, roiSize.height & -8};
-    copyPlane(src.luma(), dst.luma(), whole);
-    chroma(MoxiSize{whole.width / 2, whole.height / 2});
-    return moxStatusOk;
-}
-MoxStatus filterPlanes(const PlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst, MoxiSize roiSize) {
-    return doubleChromaRows(src, dst, roiSize, [&](MoxiSize size) {
-        filterPlane(src.plane(src.firstChroma), dst.plane(1), size);
-        filterPlane(src.plane(3 - src.firstChroma), dst.plane(2), size);
-    });
-}
+/// Twice as many chroma rows. Pairs are split into the even rows, which are then filtered.
+template <class Src_>
+struct DoubleChromaRows {
+    using Src = Src_;
+    using Dst = PlanarIn<S422>;
+    void picture(const Image<const uint8_t, Src::planes>& src, const Image<uint8_t, 3>& dst, MoxiSize size) const {
+        const MoxiSize whole = {size.width & -2, size.height & -8}, chroma = {whole.width / 2, whole.height / 2};
+        copyPlane(lumaOf(src), lumaOf(dst), whole);
+        if constexpr (Src::planes == 2)
+            eachRow(AllColumns<ChromaPairs, ChromaPlanes, Unchanged>{}, chromaOf(src), evenRows(chromaOf(dst)), chroma);
+        for (int i = 1; i < 3; ++i) {
+            if constexpr (Src::planes == 2)
+                filterPlane(evenRows(dst.plane(i)), dst.plane(i), chroma);
+            else
+                filterPlane(src.plane(i), dst.plane(i), chroma);
+        }
+    }
+};
 
 // ---- rules of slices ------------------------------------------------------------------------------------------------
 //
@@ -73,13 +76,6 @@ struct F4 {
     MOX_INLINE static U8 luma(U8 above, U8 here, U8 below) { return adds(F::luma(above, here, below), splat<U8>(1)); }
 };
 
-struct Up {
-    MOX_INLINE static U8 chroma(U8 a, U8 b) { return avg(a, b); }
-};
-struct Down {
-    MOX_INLINE static U8 chroma(U8 a, U8 b) { return avgDown(a, b); }
-};
-
 template <class Rule>
 struct LumaRow {
     MOX_INLINE Px<U8, 1> operator()(const Px<U8, 3>& r) const { return {{Rule::luma(r.c[0], r.c[1], r.c[2])}}; }
@@ -89,7 +85,7 @@ struct ChromaRow {
     template <class D, int N>
     MOX_INLINE Block<D, 2, N> apply(const RowPair<Block<D, 2, N>>& in) const {
         Block<D, 2, N> out;
-        for (int c = 0; c < 2; ++c) out.c[c].v[0] = Rule::chroma(in.row[0].c[c].v[0], in.row[1].c[c].v[0]);
+        for (int c = 0; c < 2; ++c) out.c[c].v[0] = Rule::mean(in.row[0].c[c].v[0], in.row[1].c[c].v[0]);
         return out;
     }
 };
@@ -97,7 +93,7 @@ struct ChromaRow {
 template <class Luma, class Chroma>
 struct PackedRow {
     MOX_INLINE Px<U8, 2> operator()(const Px<U8, 5>& r) const {
-        return {{Luma::luma(r.c[0], r.c[1], r.c[2]), Chroma::chroma(r.c[3], r.c[4])}};
+        return {{Luma::luma(r.c[0], r.c[1], r.c[2]), Chroma::mean(r.c[3], r.c[4])}};
     }
 };
 
@@ -128,13 +124,13 @@ struct Slice {
     }
 };
 
-/// Runs convert(slice); unknown modes do nothing.
+/// Runs convert(slice, its width); unknown modes do nothing.
 template <class Convert>
-MoxStatus inSlices(MoxSliceMode mode, int32_t height, Convert convert) {
+void inSlices(MoxSliceMode mode, MoxiSize size, Convert convert) {
     const bool whole = (mode & moxSliceAll) == moxSliceAll;
     if (whole || mode == moxSliceFirst || mode == moxSliceMiddle || mode == moxSliceLast)
-        convert(Slice{whole || mode == moxSliceFirst, whole || mode == moxSliceLast, height});
-    return moxStatusOk;
+        convert(Slice{whole || mode == moxSliceFirst, whole || mode == moxSliceLast, size.height & -2},
+                ptrdiff_t(size.width & -2));
 }
 
 // ---- slices to packed rows ------------------------------------------------------------------------------------------
@@ -151,10 +147,11 @@ using myNV12ToYUY2Deinterlace_All_P2C2R  = PackedRows<32,     V1,   Up,     F4>;
 using NV12ToYUY2DeinterlaceAllEdge       = PackedRows< 1,     F4,   Down,   F4>;
 // clang-format on
 
-void packedSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, const Image<uint8_t, 1>& dst,
-                 ptrdiff_t width) {
+using FromTwoPlanes = Image<const uint8_t, 2>;
+
+void packedSlice(const Slice& slice, const FromTwoPlanes& src, const Image<uint8_t, 1>& dst, ptrdiff_t width) {
     for (ptrdiff_t y = slice.begin(); y < slice.end(); ++y) {
-        const auto from = join(slice.lumaRows(src.luma(), y), slice.chromaRows(src.chroma(), y >> 1));
+        const auto from = join(slice.lumaRows(lumaOf(src), y), slice.chromaRows(chromaOf(src), y >> 1));
         const auto run = [&](auto kernel) { kernel.row(from, dst.row(y), width); };
         const bool edge = (slice.top && y < 2) || (slice.bottom && y >= slice.height - 2);
         if (slice.whole())
@@ -163,6 +160,15 @@ void packedSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, con
             edge ? run(myNV12ToYUY2Deinterlace_edge_P2C2R{}) : run(innerNV12ToYUY2Deinterlace_P2C2R{});
     }
 }
+
+struct PackedSlices {
+    using Src = SemiPlanarIn<S420>;
+    using Dst = YCbCr422;
+    MoxSliceMode mode;
+    void picture(const FromTwoPlanes& src, const Image<uint8_t, 1>& dst, MoxiSize size) const {
+        inSlices(mode, size, [&](const Slice& slice, ptrdiff_t width) { packedSlice(slice, src, dst, width); });
+    }
+};
 
 // ---- slices to planes -----------------------------------------------------------------------------------------------
 
@@ -191,10 +197,9 @@ using NV12ToYV12DeinterlaceTwoRows           = Planes<Luma<F4, F4>,  Luma<F4, F4
 using innerNV12ToYV12DeinterlaceHDTV_P2P3R = innerNV12ToYV12Deinterlace_P2P3R;
 
 template <class Rows>
-void planarSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst,
-                 ptrdiff_t width, Rows) {
+void planarSlice(const Slice& slice, const FromTwoPlanes& src, const Image<uint8_t, 3>& dst, ptrdiff_t width, Rows) {
     for (ptrdiff_t y = slice.begin(); y < slice.end(); ++y) {
-        const auto run = [&](auto kernel) { kernel.row(slice.lumaRows(src.luma(), y), dst.luma().row(y), width); };
+        const auto run = [&](auto kernel) { kernel.row(slice.lumaRows(lumaOf(src), y), lumaOf(dst).row(y), width); };
         if ((slice.top && y == 0) || (slice.bottom && y == slice.height - 1))
             run(typename Rows::EdgeLuma{});
         else
@@ -202,7 +207,7 @@ void planarSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, con
     }
     for (ptrdiff_t j = slice.begin() / 2; j < slice.end() / 2; ++j) {
         const auto run = [&](auto kernel) {
-            kernel.row(slice.chromaRows(src.chroma(), j), dst.chroma().row(j), width / 2);
+            kernel.row(slice.chromaRows(chromaOf(src), j), chromaOf(dst).row(j), width / 2);
         };
         if (slice.bottom && j == slice.height / 2 - 1)
             run(typename Rows::LastChroma{});
@@ -213,12 +218,34 @@ void planarSlice(const Slice& slice, const SemiPlanarSide<const Mox8u>& src, con
 
 /// Rows of whole vectors at their own alignment go through kernels of their own, with other rules at the picture's top
 /// and bottom.
-bool isAligned(const SemiPlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst, MoxiSize roiSize) {
+bool isAligned(const FromTwoPlanes& src, const Image<uint8_t, 3>& dst, MoxiSize size) {
     const auto onto = [](int to, auto... values) { return (((uintptr_t)values % to == 0) && ...); };
-    return roiSize.width % 64 <= 1 && onto(16, roiSize.height & -2, src.yStep, src.y, src.pairs) &&
-           onto(16, dst.planes[0], dst.planes[1], dst.planes[2]) &&
-           onto(32, src.pairsStep, dst.steps[0], dst.steps[1], dst.steps[2]);
+    return size.width % 64 <= 1 && onto(16, size.height & -2, src.step[0], src.base[0], src.base[1]) &&
+           onto(16, dst.base[0], dst.base[1], dst.base[2]) &&
+           onto(32, src.step[1], dst.step[0], dst.step[1], dst.step[2]);
 }
+
+struct PlanarSlices {
+    using Src = SemiPlanarIn<S420>;
+    using Dst = PlanarIn<S420>;
+    MoxSliceMode mode;
+    void picture(const FromTwoPlanes& src, const Image<uint8_t, 3>& dst, MoxiSize size) const {
+        const bool aligned = isAligned(src, dst, size);
+        inSlices(mode, size, [&](const Slice& slice, ptrdiff_t width) {
+            const auto run = [&](auto rows) { planarSlice(slice, src, dst, width, rows); };
+            if (slice.whole())
+                slice.height == 2 ? run(NV12ToYV12DeinterlaceTwoRows{}) : run(innerNV12ToYV12DeinterlaceAll_P2P3R{});
+            else if (aligned)
+                run(innerNV12ToYV12DeinterlaceHDTV_P2P3R{});
+            else if (slice.top)
+                run(innerNV12ToYV12Deinterlace_first_P2P3R{});
+            else if (slice.bottom)
+                run(innerNV12ToYV12Deinterlace_last_P2P3R{});
+            else
+                run(innerNV12ToYV12Deinterlace_P2P3R{});
+        });
+    }
+};
 
 // ---- to BGR ---------------------------------------------------------------------------------------------------------
 
@@ -286,86 +313,46 @@ struct WholeSum {
 
 /// Two rows of whole pairs. The sums are whole from a multiple of eight pairs on, at the latest from the last, which is
 /// its own next pair.
-void filteredRowsToBgr(const SrcRows<4>& src, const DstRows<2>& dst, ptrdiff_t pairs, Mox8u aval) {
-    using Dst = TwoRows<Reversed<C4<Mox8u>>>;
-    const ptrdiff_t limit = (pairs - 1) & -8, rest = pairs - limit;
-    const uint8_t *const y0 = src.p[0], *const y1 = src.p[1], *const cr = src.p[2], *const cb = src.p[3];
-    NextColumns nextCr, nextCb;
-    span<PairsWithNext, Dst>({{y0, y1, cr, cr + 1, cb, cb + 1}}, dst, 0, 2 * limit,
-                             WithFourth<OnBothRows<I16, Bt601<TermByTerm>>, Mox8u>{{}, aval});
-    span<PairsWithNext, Dst>({{y0 + 2 * limit, y1 + 2 * limit, cr + limit, nextCr.of(cr + limit, rest), cb + limit,
-                               nextCb.of(cb + limit, rest)}},
-                             {{dst.p[0] + 8 * limit, dst.p[1] + 8 * limit}}, 0, 2 * rest,
-                             WithFourth<OnBothRows<I32, Bt601<WholeSum>>, Mox8u>{{}, aval});
-}
+struct FilteredToBgr {
+    using Src = Planar420;
+    using Dst = TwoRows<BGRA>;
+    Mox8u aval;
+
+    void row(const SrcRows<4>& src, const DstRows<2>& dst, ptrdiff_t width) const {
+        if (width == 0) return;
+        const ptrdiff_t pairs = width / 2, limit = (pairs - 1) & -8, rest = pairs - limit;
+        const uint8_t *const y0 = src.p[0], *const y1 = src.p[1], *const cr = src.p[2], *const cb = src.p[3];
+        NextColumns nextCr, nextCb;
+        span<PairsWithNext, Dst>({{y0, y1, cr, cr + 1, cb, cb + 1}}, dst, 0, 2 * limit,
+                                 WithFourth<OnBothRows<I16, Bt601<TermByTerm>>, Mox8u>{{}, aval});
+        span<PairsWithNext, Dst>({{y0 + 2 * limit, y1 + 2 * limit, cr + limit, nextCr.of(cr + limit, rest), cb + limit,
+                                   nextCb.of(cb + limit, rest)}},
+                                 {{dst.p[0] + 8 * limit, dst.p[1] + 8 * limit}}, 0, 2 * rest,
+                                 WithFourth<OnBothRows<I32, Bt601<WholeSum>>, Mox8u>{{}, aval});
+    }
+};
 
 }  // namespace
-}  // namespace q4
-
-using namespace q4;
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
-                                               Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
-    return filterPlanes(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
-                                               Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
-    return filterPlanes(crossed(threePlanes(srcPlanes, srcSteps)), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-/// The pairs are split into the even rows, which are then filtered.
-MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                 int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                                 MoxiSize roiSize) {
-    const auto src = twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep);
-    const auto dst = threePlanes(dstPlanes, dstSteps);
-    return doubleChromaRows(src, dst, roiSize, [&](MoxiSize size) {
-        eachRow(AllColumns<ChromaPairs, ChromaPlanes, Unchanged>{}, src.chroma(), evenRows(dst.chroma()), size);
-        for (int i = 1; i < 3; ++i) filterPlane(evenRows(dst.plane(i)), dst.plane(i), size);
-    });
-}
+template <class Src>
+constexpr auto doublesChromaRows = converts<DoubleChromaRows<Src>, planesFirst, AtLeast{2, 8}>;
+constexpr Order sizeTwice = {{Test::pointers, Test::anySize, Test::planes, Test::size}};
 
-MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                 int32_t srcCbCrStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize,
-                                                 MoxSliceMode sliceMode) {
-    if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dst), sizeAtLeast(roiSize, 2, 2))) return s;
-    return inSlices(sliceMode, roiSize.height & -2, [&](const Slice& slice) {
-        packedSlice(slice, twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), image(dst, dstStep), roiSize.width & -2);
-    });
-}
-MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                                 int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                                 MoxiSize roiSize, MoxSliceMode sliceMode) {
-    if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dstPlanes), sizeAtLeast(roiSize, 1, 1),
-                              planesNotNull<3>(dstPlanes), sizeAtLeast(roiSize, 2, 2)))
-        return s;
-    const auto src = twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep);
-    const auto dst = threePlanes(dstPlanes, dstSteps);
-    const bool aligned = isAligned(src, dst, roiSize);
-    return inSlices(sliceMode, roiSize.height & -2, [&](const Slice& slice) {
-        const auto run = [&](auto rows) { planarSlice(slice, src, dst, roiSize.width & -2, rows); };
-        if (slice.whole())
-            slice.height == 2 ? run(NV12ToYV12DeinterlaceTwoRows{}) : run(innerNV12ToYV12DeinterlaceAll_P2P3R{});
-        else if (aligned)
-            run(innerNV12ToYV12DeinterlaceHDTV_P2P3R{});
-        else if (slice.top)
-            run(innerNV12ToYV12Deinterlace_first_P2P3R{});
-        else if (slice.bottom)
-            run(innerNV12ToYV12Deinterlace_last_P2P3R{});
-        else
-            run(innerNV12ToYV12Deinterlace_P2P3R{});
-    });
-}
+template <>
+constexpr auto entry<moxiYCbCr420ToYCbCr422_Filter_8u_P3R> = doublesChromaRows<PlanarIn<S420>>;
+template <>
+constexpr auto entry<moxiYCrCb420ToYCbCr422_Filter_8u_P3R> = doublesChromaRows<CrossedPlanarIn<S420>>;
+template <>
+constexpr auto entry<moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R> = doublesChromaRows<SemiPlanarIn<S420>>;
+template <>
+constexpr auto entry<moxiYCbCr420ToYCbCr422_Filter_8u_P2C2R> = converts<PackedSlices, AtLeast{2, 2}>;
+template <>
+constexpr auto entry<moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R> = converts<PlanarSlices, sizeTwice, AtLeast{2, 2}>;
+template <>
+constexpr auto entry<moxiYCrCb420ToBGR_Filter_8u_P3C4R> = converts<FilteredToBgr>;
 
-MoxStatus moxiYCrCb420ToBGR_Filter_8u_P3C4R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                            int32_t dstStep, MoxiSize roiSize, Mox8u aval) {
-    if (MoxStatus s = firstOf(notNull(srcPlanes, dst), sizeAtLeast(roiSize, 1, 1), planesNotNull<3>(srcPlanes)))
-        return s;
-    const auto src = cells420(srcPlanes, srcSteps);
-    const auto rows = rowPairs(image(dst, dstStep));
-    const ptrdiff_t pairs = roiSize.width / 2;
-    for (ptrdiff_t j = 0; pairs > 0 && j < roiSize.height / 2; ++j)
-        filteredRowsToBgr(src.row(j), rows.row(j), pairs, aval);
-    return roiSize.width % 2 || roiSize.height % 2 ? moxStatusOddSize : moxStatusOk;
-}
+}  // namespace q4
+
+#include "chroma_filter.inc"

@@ -15,7 +15,7 @@
 // unsigned.
 #pragma once
 
-#include "frame/convert.h"
+#include "frame/entry.h"
 #include "frame/video_layouts.h"
 #include "models/weighted_sum.h"
 
@@ -71,7 +71,7 @@ MOX_INLINE I16 scaled(const CellSums<cellWidth, rows>& sums, int c) {
 
 /// Two rules for the two chroma samples.
 template <class Cb, class Cr>
-using Chroma = PerChannel<Cb, Cr>;
+using CbCr = PerChannel<Cb, Cr>;
 
 /// Luma from the pixel's colour, in odd columns perhaps by another rule, and chroma from the sums of colours.
 template <class Luma, class ChromaRule, class OddLuma = Luma>
@@ -84,10 +84,6 @@ struct LumaChroma {
         return ChromaRule{}(colours);
     }
 };
-
-/// Luma alone, as a rule for pixels.
-template <class Luma>
-using LumaOnly = PerChannel<Luma>;
 
 // ---- blocks of cells ------------------------------------------------------------------------------------------------
 
@@ -130,92 +126,25 @@ struct Cells {
     }
 };
 
-// ---- layouts --------------------------------------------------------------------------------------------------------
-
-using RGB = C3<Mox8u>;
-using RGBA = AC4<Mox8u>;
-using BGR = Reversed<RGB>;
-using BGRA = Reversed<RGBA>;
-using PlanarRGB = P3<Mox8u>;
-
-using PlanarYCrCb420 = Crossed<Planar420>;
-
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
-/// The columns that whole passes take, then at most one pass of each narrower width.
-template <int pass, int... single>
-struct Passes {
-    static constexpr ptrdiff_t limit(ptrdiff_t width) { return ((width & -pass) + ... + (width & single)); }
-};
+template <class Dst>
+inline constexpr int cellWidth = Dst::BlockType::cellWidth;
+/// The rows of pixels for a row of cells.
+template <class Dst, class Pixels>
+using PixelsOf = std::conditional_t<Dst::rowsAtOnce == 2, TwoRows<Pixels>, Pixels>;
+template <class Pixels, class Dst>
+inline constexpr bool encodesDealt = fourSamples<Pixels>&& cellWidth<Dst> == 2;
 
 /// All that whole cells cover.
 struct AllCells {
     static constexpr ptrdiff_t limit(ptrdiff_t width) { return width; }
 };
 
-/// Encodes a row of cells: columns below the limit, other whole cells, and the rest. Without a rule for the rest, it is
-/// neither read nor written.
-template <class Pixels_, class Dst_, class Limit, class Below, class Above, class Rest = void>
-struct Encode {
-    using Pixels = Pixels_;
-    using Dst = Dst_;
-    static constexpr int cellRows = Dst::BlockType::rows;
-    static constexpr int cellWidth = Dst::BlockType::cellWidth;
-    using Src = std::conditional_t<cellRows == 2, TwoRows<Pixels>, Pixels>;
-
-    MOX_INLINE void row(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst,
-                        ptrdiff_t width) const {
-        const ptrdiff_t whole = width & -cellWidth, limit = Limit::limit(whole);
-        columns<Below>(src, dst, 0, limit);
-        columns<Above>(src, dst, limit, whole);
-        if constexpr (!std::is_void_v<Rest>) columns<Rest>(src, dst, whole, width);
-    }
-
-  private:
-    template <class Rules>
-    MOX_INLINE static void columns(const SrcRows<Src::rowPointers>& src, const DstRows<Dst::rowPointers>& dst,
-                                   ptrdiff_t x, ptrdiff_t end) {
-        constexpr bool dealt = fourSamples<Pixels> && cellWidth == 2;
-        span<DealtIf<dealt, Src>, DealtIf<dealt, Dst>>(src, dst, x, end, Cells<cellWidth, Rules>{});
-    }
-};
-
-/// Runs a kernel over all rows of cells. 4:2:0 and 4:1:1 warn of pixels that are in no whole cell.
-template <class Kernel, int n>
-MoxStatus encodeCells(const Kernel& kernel, const Image<const uint8_t, n>& src,
-                      const Image<uint8_t, Kernel::Dst::rowPointers>& dst, MoxiSize size) {
-    constexpr int cellRows = Kernel::cellRows, cellWidth = Kernel::cellWidth;
-    if constexpr (cellRows == 2)
-        eachRow(kernel, rowPairs(src), dst, {size.width, size.height / 2});
-    else
-        eachRow(kernel, src, dst, size);
-    constexpr bool warns = cellRows * cellWidth == 4;
-    return warns && (size.width % cellWidth || size.height % cellRows) ? moxStatusOddSize : moxStatusOk;
-}
-
-/// The pointers in plane arrays are tested before the size.
-inline constexpr PlanesTested planesFirst = PlanesTested::beforeSize;
-
-/// Tests the arguments and encodes the picture. Pixels come as one picture or as planes with one step; the destination is
-/// one picture, or planes with a step each.
-template <class Kernel, PlanesTested tested = PlanesTested::afterSize, class S, class D, class DstStep>
-MoxStatus encode(S* src, int32_t srcStep, D* dst, DstStep dstStep, MoxiSize roiSize, MoxiSize smallest = {1, 1}) {
-    using Dst = typename Kernel::Dst;
-    if (MoxStatus s = checkPicture<tested, Kernel::Pixels::planes, Dst::planes>(src, dst, roiSize, smallest)) return s;
-    const auto from = imageOf<typename Kernel::Pixels>(src, srcStep);
-    if constexpr (Kernel::cellRows == 2)
-        return encodeCells(Kernel{}, from, cells420(dst, dstStep), roiSize);
-    else
-        return encodeCells(Kernel{}, from, imageOf<Dst>(dst, dstStep), roiSize);
-}
-
-/// The same for a luma plane and a plane of chroma pairs.
-template <class Kernel>
-MoxStatus encode(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstChroma,
-                 int32_t dstChromaStep, MoxiSize roiSize, MoxiSize smallest = {1, 1}) {
-    if (MoxStatus s = firstOf(notNull(src, dstY, dstChroma), sizeAtLeast(roiSize, smallest.width, smallest.height)))
-        return s;
-    return encodeCells(Kernel{}, image(src, srcStep), cells420(dstY, dstYStep, dstChroma, dstChromaStep), roiSize);
-}
+/// Encodes a row of cells: columns below the limit, other whole cells, and perhaps the rest.
+template <class Pixels, class Dst, class Limit, class Below, class Above, class... Rest>
+using Encode =
+    InParts<DealtIf<encodesDealt<Pixels, Dst>, PixelsOf<Dst, Pixels>>, DealtIf<encodesDealt<Pixels, Dst>, Dst>, Limit,
+            cellWidth<Dst>, Cells<cellWidth<Dst>, Below>, Cells<cellWidth<Dst>, Above>, Cells<cellWidth<Dst>, Rest>...>;
 
 }  // namespace q4

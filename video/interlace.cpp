@@ -83,59 +83,74 @@ void interpolateRows(const Interpolate& rule, const Src& src, const Image<uint8_
     copy.row(src(last, last / 2), dst.row(last), size.width);
 }
 
-// ---- entries --------------------------------------------------------------------------------------------------------
+// ---- kernels --------------------------------------------------------------------------------------------------------
 
-/// Runs convert(field 0 or 1, whole size, size of a field) on whole groups of four rows.
-template <class Src, class Dst, class Convert>
-MoxStatus eachField(const Src& src, const Dst& dst, MoxiSize roiSize, Convert convert) {
-    if (MoxStatus s = firstOf(src.notNull(), dst.notNull(), sizeAtLeast(roiSize, 2, 4))) return s;
-    const MoxiSize whole = {roiSize.width & -2, roiSize.height & -4};
-    if constexpr (Src::hasLumaPlane && Dst::hasLumaPlane) copyPlane(src.luma(), dst.luma(), whole);
-    for (int parity = 0; parity < 2; ++parity) convert(parity, MoxiSize{whole.width, whole.height / 2});
-    return roiSize.width % 2 || roiSize.height % 4 ? moxStatusOddSize : moxStatusOk;
-}
+/// Whole groups of four rows, a field at a time.
+template <class Src_, class Dst_, class Field>
+struct EachField {
+    using Src = Src_;
+    using Dst = Dst_;
+    static constexpr MoxiSize warnsOutside = {2, 4};
 
-}  // namespace
-}  // namespace q4
+    void picture(const Image<const uint8_t, Src::planes>& src, const Image<uint8_t, Dst::planes>& dst,
+                 MoxiSize size) const {
+        const MoxiSize whole = {size.width & -2, size.height & -4};
+        if constexpr (hasLumaPlane<Src> && hasLumaPlane<Dst>) copyPlane(lumaOf(src), lumaOf(dst), whole);
+        for (int parity = 0; parity < 2; ++parity)
+            Field::convert(parity, field(src, parity), field(dst, parity), {whole.width, whole.height / 2});
+    }
+};
 
-using namespace q4;
+using From = Image<const uint8_t, 3>;
+using To = Image<uint8_t, 3>;
 
-MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
-                                             Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
-    const auto src = threePlanes(srcPlanes, srcSteps);
-    const auto dst = threePlanes(dstPlanes, dstSteps);
-    return eachField(src, dst, roiSize, [&](int parity, MoxiSize size) {
-        eachRow(MergeRows<ChromaPlanes, ChromaPlanes>{mergeField[parity]}, rowPairs(field(src.chroma(), parity)),
-                field(dst.chroma(), parity), {size.width / 2, size.height / 2});
-    });
-}
-MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                                    const int32_t* dstSteps, MoxiSize roiSize) {
-    const auto dst = threePlanes(dstPlanes, dstSteps);
-    return eachField(packed<CbYCr422>(src, srcStep), dst, roiSize, [&](int parity, MoxiSize size) {
-        eachRow(MergeRows<CbYCr422, Planar420>{mergeField[parity]}, rowPairs(field(image(src, srcStep), parity)),
-                join(rowPairs(field(dst.luma(), parity)), field(dst.chroma(), parity)), {size.width, size.height / 2});
-    });
-}
-MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
-                                             Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
-    const auto src = threePlanes(srcPlanes, srcSteps);
-    const auto dst = threePlanes(dstPlanes, dstSteps);
-    return eachField(src, dst, roiSize, [&](int parity, MoxiSize size) {
-        const auto chroma = field(src.chroma(), parity);
+struct MergePlanes {
+    static void convert(int parity, const From& src, const To& dst, MoxiSize size) {
+        eachRow(MergeRows<ChromaPlanes, ChromaPlanes>{mergeField[parity]}, rowPairs(chromaOf(src)), chromaOf(dst),
+                {size.width / 2, size.height / 2});
+    }
+};
+struct MergePacked {
+    static void convert(int parity, const Image<const uint8_t, 1>& src, const To& dst, MoxiSize size) {
+        eachRow(MergeRows<CbYCr422, Planar420>{mergeField[parity]}, rowPairs(src), Planar420::rowsOf(dst),
+                {size.width, size.height / 2});
+    }
+};
+struct InterpolatePlanes {
+    static void convert(int parity, const From& src, const To& dst, MoxiSize size) {
+        const auto chroma = chromaOf(src);
         interpolateRows<ChromaPlanes, ChromaPlanes>(interpolateField[parity],
                                                     [=](ptrdiff_t, ptrdiff_t k) { return chroma.row(k); },
-                                                    field(dst.chroma(), parity), {size.width / 2, size.height});
-    });
-}
-MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                                    int32_t dstStep, MoxiSize roiSize) {
-    const auto src = threePlanes(srcPlanes, srcSteps);
-    return eachField(src, packed<CbYCr422>(dst, dstStep), roiSize, [&](int parity, MoxiSize size) {
-        const auto luma = field(src.luma(), parity);
-        const auto chroma = field(src.chroma(), parity);
+                                                    chromaOf(dst), {size.width / 2, size.height});
+    }
+};
+struct InterpolateToPacked {
+    static void convert(int parity, const From& src, const Image<uint8_t, 1>& dst, MoxiSize size) {
+        const auto luma = lumaOf(src);
+        const auto chroma = chromaOf(src);
         interpolateRows<Planar422, CbYCr422>(
-            interpolateField[parity], [=](ptrdiff_t y, ptrdiff_t k) { return join(luma.row(y), chroma.row(k)); },
-            field(image(dst, dstStep), parity), size);
-    });
-}
+            interpolateField[parity], [=](ptrdiff_t y, ptrdiff_t k) { return join(luma.row(y), chroma.row(k)); }, dst,
+            size);
+    }
+};
+
+}  // namespace
+
+// ---- entries --------------------------------------------------------------------------------------------------------
+
+template <class Src, class Dst, class Field>
+constexpr auto byFields = converts<EachField<Src, Dst, Field>, planesFirst, AtLeast{2, 4}>;
+
+template <>
+constexpr auto entry<moxiYCbCr422To420_Interlace_8u_P3R> = byFields<PlanarIn<S422>, PlanarIn<S420>, MergePlanes>;
+template <>
+constexpr auto entry<moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R> = byFields<CbYCr422, PlanarIn<S420>, MergePacked>;
+template <>
+constexpr auto entry<moxiYCbCr420To422_Interlace_8u_P3R> = byFields<PlanarIn<S420>, PlanarIn<S422>, InterpolatePlanes>;
+template <>
+constexpr auto entry<moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R> =
+    byFields<PlanarIn<S420>, CbYCr422, InterpolateToPacked>;
+
+}  // namespace q4
+
+#include "interlace.inc"

@@ -9,47 +9,41 @@ namespace {
 
 // ---- rules ----------------------------------------------------------------------------------------------------------
 
-using Sample = C1<Mox8u>;
+using Plane = C1<Mox8u>;
 template <int N>
-using Samples = Block<Mox8u, 1, N>;
+using OneChannel = Block<Mox8u, 1, N>;
 
-struct Up {
-    MOX_INLINE static U8 average(U8 a, U8 b) { return avg(a, b); }
-};
-struct Down {
-    MOX_INLINE static U8 average(U8 a, U8 b) { return avgDown(a, b); }
-};
 template <class Rounding, int N>
-MOX_INLINE Samples<N> average(const Samples<N>& a, const Samples<N>& b) {
-    return {{{{Rounding::average(a.c[0].v[0], b.c[0].v[0])}}}};
+MOX_INLINE OneChannel<N> mean(const OneChannel<N>& a, const OneChannel<N>& b) {
+    return {{{{Rounding::mean(a.c[0].v[0], b.c[0].v[0])}}}};
 }
 
 /// A sample and the one between it and the next.
 template <class Rounding>
 struct Between {
     template <class D, int N>
-    MOX_INLINE RowPair<Samples<N>> apply(const RowPair<Samples<N>>& in) const {
-        return {{in.row[0], average<Rounding>(in.row[0], in.row[1])}};
+    MOX_INLINE RowPair<OneChannel<N>> apply(const RowPair<OneChannel<N>>& in) const {
+        return {{in.row[0], mean<Rounding>(in.row[0], in.row[1])}};
     }
 };
 /// The two rows for a sample, in: columns a, b of a row and of the next.
 template <class Rounding>
 struct BetweenFour {
     template <class D, int N>
-    MOX_INLINE auto apply(const RowPair<RowPair<Samples<N>>>& in) const {
-        const Samples<N> a = in.row[0].row[0], below = in.row[0].row[1];
-        const Samples<N> right = average<Rounding>(a, in.row[1].row[0]);
-        const Samples<N> belowRight = average<Rounding>(below, in.row[1].row[1]);
-        return RowPair<RowPair<Samples<N>>>{
-            {{{a, right}}, {{average<Rounding>(a, below), average<Rounding>(right, belowRight)}}}};
+    MOX_INLINE auto apply(const RowPair<RowPair<OneChannel<N>>>& in) const {
+        const OneChannel<N> a = in.row[0].row[0], below = in.row[0].row[1];
+        const OneChannel<N> right = mean<Rounding>(a, in.row[1].row[0]);
+        const OneChannel<N> belowRight = mean<Rounding>(below, in.row[1].row[1]);
+        return RowPair<RowPair<OneChannel<N>>>{
+            {{{a, right}}, {{mean<Rounding>(a, below), mean<Rounding>(right, belowRight)}}}};
     }
 };
 /// The last row's pair of rows: only the upper one is interpolated.
 template <class Rounding>
 struct BetweenLast {
     template <class D, int N>
-    MOX_INLINE auto apply(const RowPair<Samples<N>>& in) const {
-        return RowPair<RowPair<Samples<N>>>{{Between<Rounding>{}.template apply<D>(in), {{in.row[0], in.row[0]}}}};
+    MOX_INLINE auto apply(const RowPair<OneChannel<N>>& in) const {
+        return RowPair<RowPair<OneChannel<N>>>{{Between<Rounding>{}.template apply<D>(in), {{in.row[0], in.row[0]}}}};
     }
 };
 
@@ -79,59 +73,64 @@ struct WithNextColumn {
 };
 
 // Kernel, source, destination, columns that round up, rules.
-using yvu411toyuv420_sse2_asm = WithNextColumn<Sample, TwoColumns<Sample>, Between>;
-using yuv420toyuv411_sse2_asm = Split<TwoRows<EvenColumns<1>>, TwoRows<Sample>, 32, Between<Up>, Between<Down>>;
-using yuv420toyuv1620_sse2_asm = AllColumns<EvenColumns<1>, Sample, Unchanged>;
-using yvu1620toyuv420_sse2_asm = WithNextColumn<TwoRows<Sample>, TwoRows<TwoColumns<Sample>>, BetweenFour>;
-using yvu1620toyuv420LastRow = WithNextColumn<Sample, TwoRows<TwoColumns<Sample>>, BetweenLast>;
+using yvu411toyuv420_sse2_asm = WithNextColumn<Plane, TwoColumns<Plane>, Between>;
+using yuv420toyuv411_sse2_asm = Split<TwoRows<EvenColumns<1>>, TwoRows<Plane>, 32, Between<Up>, Between<Down>>;
+using yuv420toyuv1620_sse2_asm = AllColumns<EvenColumns<1>, Plane, Unchanged>;
+using yvu1620toyuv420_sse2_asm = WithNextColumn<TwoRows<Plane>, TwoRows<TwoColumns<Plane>>, BetweenFour>;
+using yvu1620toyuv420LastRow = WithNextColumn<Plane, TwoRows<TwoColumns<Plane>>, BetweenLast>;
+
+/// Copies luma, and takes each chroma plane by `Plane`.
+template <class Plane>
+struct EachChroma {
+    using Src = Planar<Mox8u, 3>;
+    using Dst = Src;
+    void picture(const Image<const uint8_t, 3>& src, const Image<uint8_t, 3>& dst, MoxiSize size) const {
+        copyPlane(lumaOf(src), lumaOf(dst), size);
+        for (int i = 1; i < 3; ++i) Plane::convert(src.plane(i), dst.plane(i), size.width / 4, size.height);
+    }
+};
+
+using From = Image<const uint8_t, 1>;
+using To = Image<uint8_t, 1>;
+
+struct Chroma411To420 {
+    static void convert(const From& src, const To& dst, int columns, int height) {
+        eachRow(yvu411toyuv420_sse2_asm{}, evenRows(src), dst, {columns, height / 2});
+    }
+};
+struct Chroma420To411 {
+    static void convert(const From& src, const To& dst, int columns, int height) {
+        const int last = height / 2 - 1;
+        eachRow(yuv420toyuv411_sse2_asm{}, join(src, from(src, 1)), rowPairs(dst), {columns, last});
+        eachRow(yuv420toyuv411_sse2_asm{}, from(join(src, src), last), from(rowPairs(dst), last), {columns, 1});
+    }
+};
+struct Chroma420To1620 {
+    static void convert(const From& src, const To& dst, int columns, int height) {
+        eachRow(yuv420toyuv1620_sse2_asm{}, evenRows(src), dst, {columns, height / 4});
+    }
+};
+struct Chroma1620To420 {
+    static void convert(const From& src, const To& dst, int columns, int height) {
+        const int last = height / 4 - 1;
+        eachRow(yvu1620toyuv420_sse2_asm{}, join(src, from(src, 1)), rowPairs(dst), {columns, last});
+        eachRow(yvu1620toyuv420LastRow{}, from(src, last), from(rowPairs(dst), last), {columns, 1});
+    }
+};
+
+}  // namespace
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-/// Copies luma; chroma(src, dst) does a chroma plane.
-template <class Chroma>
-MoxStatus convertPlanes(const PlanarSide<const Mox8u>& src, const PlanarSide<Mox8u>& dst, MoxiSize size, int cellHeight,
-                        Chroma chroma) {
-    const auto whole = require([=] { return size.width % 4 == 0 && size.height % cellHeight == 0; }, moxStatusBadSize);
-    if (MoxStatus s = firstOf(src.notNull(), dst.notNull(), sizeAtLeast(size, 4, cellHeight), whole)) return s;
-    copyPlane(src.luma(), dst.luma(), size);
-    for (int i = 1; i < 3; ++i) chroma(src.plane(i), dst.plane(i));
-    return moxStatusOk;
-}
+constexpr Order whole = {{Test::pointers, Test::planes, Test::size, Test::wholeCells}};
 
-}  // namespace
+// clang-format off
+template <> constexpr auto entry<moxiYCbCr411To420_8u_P3R>  = converts<EachChroma<Chroma411To420>, whole, AtLeast{4, 4}>;
+template <> constexpr auto entry<moxiYCbCr420To411_8u_P3R>  = converts<EachChroma<Chroma420To411>, whole, AtLeast{4, 2}>;
+template <> constexpr auto entry<moxiYCbCr420To1620_8u_P3R> = converts<EachChroma<Chroma420To1620>, whole, AtLeast{4, 4}>;
+template <> constexpr auto entry<moxiYCbCr1620To420_8u_P3R> = converts<EachChroma<Chroma1620To420>, whole, AtLeast{4, 4}>;
+// clang-format on
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiYCbCr411To420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                   const int32_t* dstSteps, MoxiSize roiSize) {
-    return convertPlanes(
-        threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 4, [=](auto src, auto dst) {
-            eachRow(yvu411toyuv420_sse2_asm{}, evenRows(src), dst, {roiSize.width / 4, roiSize.height / 2});
-        });
-}
-MoxStatus moxiYCbCr420To411_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                   const int32_t* dstSteps, MoxiSize roiSize) {
-    return convertPlanes(
-        threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 2, [=](auto src, auto dst) {
-            const int columns = roiSize.width / 4, last = roiSize.height / 2 - 1;
-            eachRow(yuv420toyuv411_sse2_asm{}, join(src, from(src, 1)), rowPairs(dst), {columns, last});
-            eachRow(yuv420toyuv411_sse2_asm{}, from(join(src, src), last), from(rowPairs(dst), last), {columns, 1});
-        });
-}
-MoxStatus moxiYCbCr420To1620_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                    const int32_t* dstSteps, MoxiSize roiSize) {
-    return convertPlanes(
-        threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 4, [=](auto src, auto dst) {
-            eachRow(yuv420toyuv1620_sse2_asm{}, evenRows(src), dst, {roiSize.width / 4, roiSize.height / 4});
-        });
-}
-MoxStatus moxiYCbCr1620To420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                    const int32_t* dstSteps, MoxiSize roiSize) {
-    return convertPlanes(
-        threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize, 4, [=](auto src, auto dst) {
-            const int columns = roiSize.width / 4, last = roiSize.height / 4 - 1;
-            eachRow(yvu1620toyuv420_sse2_asm{}, join(src, from(src, 1)), rowPairs(dst), {columns, last});
-            eachRow(yvu1620toyuv420LastRow{}, from(src, last), from(rowPairs(dst), last), {columns, 1});
-        });
-}
+#include "plane_resampling.inc"

@@ -3,42 +3,16 @@
 #include "moxcc/sampling.h"
 
 #include <algorithm>
-#include <climits>
 
 #include "video/sampling.h"
 
 namespace q4 {
 namespace {
 
-// ---- samplings and sizes --------------------------------------------------------------------------------------------
-
-/// One chroma sample of each kind for a cell of pixels.
-template <int width, int height>
-struct Sampling {
-    static constexpr int cellWidth = width, cellHeight = height;
-};
-using S422 = Sampling<2, 1>;
-using S420 = Sampling<2, 2>;
-using S411 = Sampling<4, 1>;
-
-/// A change works on whole cells of both samplings; the region is cut to these.
-template <class From, class To>
-struct Cells {
-    static constexpr int width = std::max(From::cellWidth, To::cellWidth);
-    static constexpr int height = std::max(From::cellHeight, To::cellHeight);
-};
-
-constexpr int anyHeight = INT_MIN;
-
-/// Most forms with cells four wide and one high take any height, and do nothing if it is below 1.
-template <class From, class To>
-constexpr int usualMinHeight =
-    Cells<From, To>::width == 4 && Cells<From, To>::height == 1 ? anyHeight : Cells<From, To>::height;
-
 // ---- between pictures with a luma plane -----------------------------------------------------------------------------
 //
-// Luma is copied as it is. Chroma goes by rows of two channels: a row of each side at a time, or two rows of one side, or
-// the even and the odd columns of a row.
+// Luma is copied as it is. Chroma goes by rows of two channels: a row of each side at a time, or two rows of one side,
+// or the even and the odd columns of a row.
 
 struct Row {
     static constexpr int rowsAtOnce = 1, columnsAtOnce = 1;
@@ -52,48 +26,48 @@ struct EvenRow : Row {
 struct RowForTwo : Row {
     static auto rows(auto image) { return repeatedRows(image); }
 };
-struct Rows : Row {
+struct RowPairs : Row {
     static constexpr int rowsAtOnce = 2;
     template <class Layout>
     using Of = TwoRows<Layout>;
     static auto rows(auto image) { return rowPairs(image); }
 };
-struct Columns : Row {
+struct EvenColumn : Row {
+    template <class Layout>
+    using Of = EvenColumns<Layout::planes>;
+};
+struct ColumnPairs : Row {
     static constexpr int columnsAtOnce = 2;
     template <class Layout>
     using Of = TwoColumns<Layout>;
 };
 
-struct EvenColumn : Row {
-    template <class Layout>
-    using Of = EvenColumns<Layout::planes>;
-};
-
 template <class Src_, class Dst_, class Rule_>
-struct Chroma {
+struct ChromaRows {
     using Src = Src_;
     using Dst = Dst_;
     using Rule = Rule_;
 };
 template <class From, class To>
-struct ChromaOf;
+struct ChromaRowsOf;
 // clang-format off
-template <class S> struct ChromaOf<S, S>       : Chroma<Row,        Row,     Unchanged> {};
-template <>        struct ChromaOf<S422, S420> : Chroma<EvenRow,    Row,     Unchanged> {};
-template <>        struct ChromaOf<S420, S422> : Chroma<RowForTwo,  Row,     Unchanged> {};
-template <>        struct ChromaOf<S422, S411> : Chroma<EvenColumn, Row,     Unchanged> {};
-template <>        struct ChromaOf<S411, S422> : Chroma<Row,        Columns, Twice> {};
-template <>        struct ChromaOf<S411, S420> : Chroma<Rows,       Columns, Unchanged> {};
-template <>        struct ChromaOf<S420, S411> : Chroma<Columns,    Rows,    Unchanged> {};
+template <class S> struct ChromaRowsOf<S, S>       : ChromaRows<Row,        Row,      Unchanged> {};
+template <>        struct ChromaRowsOf<S422, S420> : ChromaRows<EvenRow,    Row,      Unchanged> {};
+template <>        struct ChromaRowsOf<S420, S422> : ChromaRows<RowForTwo,  Row,      Unchanged> {};
+template <>        struct ChromaRowsOf<S422, S411> : ChromaRows<EvenColumn, Row,      Unchanged> {};
+template <>        struct ChromaRowsOf<S411, S422> : ChromaRows<Row,        ColumnPairs, Twice> {};
+template <>        struct ChromaRowsOf<S411, S420> : ChromaRows<RowPairs,       ColumnPairs, Unchanged> {};
+template <>        struct ChromaRowsOf<S420, S411> : ChromaRows<ColumnPairs,   RowPairs,     Unchanged> {};
 // clang-format on
 
-template <class From, class To, class Src, class Dst>
-void convertPlanes(const Src& src, const Dst& dst, MoxiSize size) {
-    using Change = ChromaOf<From, To>;
+template <class Src, class Dst>
+void movePlanes(const auto& src, const auto& dst, MoxiSize size) {
+    using To = typename Dst::Sampling;
+    using Change = ChromaRowsOf<typename Src::Sampling, To>;
     using Kernel = AllColumns<typename Change::Src::template Of<typename Src::ChromaRows>,
                               typename Change::Dst::template Of<typename Dst::ChromaRows>, typename Change::Rule>;
-    copyPlane(src.luma(), dst.luma(), size);
-    eachRow(Kernel{}, Change::Src::rows(src.chroma()), Change::Dst::rows(dst.chroma()),
+    copyPlane(lumaOf(src), lumaOf(dst), size);
+    eachRow(Kernel{}, Change::Src::rows(chromaOf(src)), Change::Dst::rows(chromaOf(dst)),
             {size.width / To::cellWidth / Change::Dst::columnsAtOnce,
              size.height / To::cellHeight / Change::Dst::rowsAtOnce});
 }
@@ -126,26 +100,16 @@ struct LumaOnly {
     }
 };
 
-/// The layout of one row of luma with its chroma.
-template <class Side, class S>
-struct RowsOfSide {
-    using Layout = LumaPlane<1, typename Side::template Chroma<S::cellWidth>>;
-};
-template <class Side, class S>
-requires(!Side::hasLumaPlane) struct RowsOfSide<Side, S> {
-    using Layout = typename Side::Rows;
-};
-
-template <class From, class To, class Src, class Dst>
-void convertRows(const Src& src, const Dst& dst, MoxiSize size) {
-    using SrcLayout = typename RowsOfSide<Src, From>::Layout;
-    const AllColumns<SrcLayout, typename RowsOfSide<Dst, To>::Layout, Recode<From, To>> withChroma;
-    if constexpr (From::cellHeight == 1 && To::cellHeight == 1)
-        return eachRow(withChroma, src.rows(), dst.rows(), size);
-    const AllColumns<SrcLayout, C1<Mox8u>, LumaOnly> lumaOnly;
+template <class Src, class Dst>
+void moveRows(const auto& src, const auto& dst, MoxiSize size) {
+    using From = SamplingOf<Src>;
+    using To = SamplingOf<Dst>;
+    const AllColumns<Src, Dst, Recode<From, To>> withChroma;
+    if constexpr (From::cellHeight == 1 && To::cellHeight == 1) return eachRow(withChroma, src, dst, size);
+    const AllColumns<Src, C1<Mox8u>, LumaOnly> lumaOnly;
     for (ptrdiff_t y = 0; y < size.height; ++y) {
-        const auto from = src.template row<From::cellHeight>(y);
-        const auto to = dst.template row<To::cellHeight>(y);
+        const auto from = rowWithChroma<Src>(src, y);
+        const auto to = rowWithChroma<Dst>(dst, y);
         if (y % To::cellHeight == 0)
             withChroma.row(from, to, size.width);
         else
@@ -153,19 +117,45 @@ void convertRows(const Src& src, const Dst& dst, MoxiSize size) {
     }
 }
 
-// ---- entries --------------------------------------------------------------------------------------------------------
+// ---- kernels --------------------------------------------------------------------------------------------------------
 
-template <class From, class To, int minHeight = usualMinHeight<From, To>, class Src, class Dst>
-MoxStatus convert(const Src& src, const Dst& dst, MoxiSize roiSize) {
-    using Whole = Cells<From, To>;
-    if (MoxStatus s = firstOf(src.notNull(), dst.notNull(), sizeAtLeast(roiSize, Whole::width, minHeight))) return s;
-    const MoxiSize whole = {roiSize.width & -Whole::width, roiSize.height & -Whole::height};
-    if constexpr (Src::hasLumaPlane && Dst::hasLumaPlane)
-        convertPlanes<From, To>(src, dst, whole);
-    else
-        convertRows<From, To>(src, dst, whole);
-    return moxStatusOk;
-}
+/// Moves whole cells of both samplings; the region is cut to these.
+template <class Src_, class Dst_>
+struct Move {
+    using Src = Src_;
+    using Dst = Dst_;
+    using From = SamplingOf<Src>;
+    using To = SamplingOf<Dst>;
+    static constexpr int cellWidth = std::max(From::cellWidth, To::cellWidth);
+    static constexpr int cellHeight = std::max(From::cellHeight, To::cellHeight);
+
+    void picture(const Image<const uint8_t, Src::planes>& src, const Image<uint8_t, Dst::planes>& dst,
+                 MoxiSize size) const {
+        const MoxiSize whole = {size.width & -cellWidth, size.height & -cellHeight};
+        if constexpr (hasLumaPlane<Src> && hasLumaPlane<Dst>)
+            movePlanes<Src, Dst>(src, dst, whole);
+        else
+            moveRows<Src, Dst>(src, dst, whole);
+    }
+};
+
+/// Bytes a, b, c, d of each packed pair.
+template <int a, int b, int c, int d>
+struct PairBytes {
+    using Src = C1<Mox32u>;
+    using Dst = Src;
+    struct Shuffle {
+        static constexpr int order[4] = {a, b, c, d};
+        template <class D, int N>
+        MOX_INLINE Block<Mox32u, 1, N> apply(Block<Mox32u, 1, N> in) const {
+            for (U32& v : in.c[0].v) v = shuffle(v, elementOrder<1>([](int i) { return (i & -4) + order[i & 3]; }));
+            return in;
+        }
+    };
+    void picture(const Image<const uint8_t, 1>& src, const Image<uint8_t, 1>& dst, MoxiSize size) const {
+        eachRow(AllColumns<Src, Dst, Shuffle>{}, src, dst, {size.width / 2, size.height});
+    }
+};
 
 struct FirstChannel {
     template <class D, class T, int N>
@@ -173,287 +163,96 @@ struct FirstChannel {
         return {{in.c[0]}};
     }
 };
-
-/// Bytes a, b, c, d of each packed pair.
-template <int a, int b, int c, int d>
-struct PairBytes {
-    static constexpr int order[4] = {a, b, c, d};
-    template <class D, int N>
-    MOX_INLINE Block<Mox32u, 1, N> apply(Block<Mox32u, 1, N> in) const {
-        for (U32& v : in.c[0].v) v = shuffle(v, elementOrder<1>([](int i) { return (i & -4) + order[i & 3]; }));
-        return in;
-    }
-};
-
-template <int a, int b, int c, int d, int minHeight = 1>
-MoxStatus reorder(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 2, minHeight))) return s;
-    using Kernel = AllColumns<C1<Mox32u>, C1<Mox32u>, PairBytes<a, b, c, d>>;
-    eachRow(Kernel{}, image(src, srcStep), image(dst, dstStep), {roiSize.width / 2, roiSize.height});
-    return moxStatusOk;
-}
-
 /// The first byte of each two: a packed row's luma. An odd last pixel is read no further than that.
 struct innerYCbCr422ToGray_8u_C2C1R {
+    using Src = Interleaved<Mox8u, 2>;
+    using Dst = C1<Mox8u>;
     void row(const SrcRows<1>& src, const DstRows<1>& dst, ptrdiff_t width) const {
         const ptrdiff_t even = width & -2;
-        AllColumns<Interleaved<Mox8u, 2>, C1<Mox8u>, FirstChannel>{}.row(src, dst, even);
+        AllColumns<Src, Dst, FirstChannel>{}.row(src, dst, even);
         if (even < width) dst.p[0][even] = src.p[0][2 * even];
     }
 };
 
 }  // namespace
-}  // namespace q4
 
-using namespace q4;
+// ---- entries --------------------------------------------------------------------------------------------------------
 
+/// Most forms with cells four wide and one high take any height.
+template <class Kernel>
+constexpr int leastHeight = Kernel::cellWidth == 4 && Kernel::cellHeight == 1 ? anyHeight : Kernel::cellHeight;
+template <class Src, class Dst, int height = leastHeight<Move<Src, Dst>>>
+constexpr auto moves = converts<Move<Src, Dst>, planesFirst, AtLeast{Move<Src, Dst>::cellWidth, height}>;
+constexpr Order sizeTwice = {{Test::pointers, Test::anySize, Test::planes, Test::size}};
+constexpr Order stepsToo = {{Test::pointers, Test::stepArrays, Test::planes, Test::size}};
+
+// clang-format off
 // Same sampling.
-MoxStatus moxiYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr, int32_t srcCbCrStep,
-                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S411, S411>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY, int32_t dstYStep,
-                                Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S411, S411>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr, int32_t srcCbCrStep,
-                                Mox8u* const* dstPlanes, const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S420, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY, int32_t dstYStep,
-                                Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S420, S420>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                          MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(srcY, srcCbCr, dstPlanes), sizeAtLeast(roiSize, 1, 1))) return s;
-    return convert<S420, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCrCb420ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
-                                          int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S420, S420>(crossed(threePlanes(srcPlanes, srcSteps)),
-                               twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep), roiSize);
-}
-MoxStatus moxiYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(dstSteps))) return s;
-    return convert<S422, S422>(packed<YCbCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst, int32_t dstStep,
-                                MoxiSize roiSize) {
-    return convert<S422, S422>(threePlanes(srcPlanes, srcSteps), packed<YCbCr422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiCbYCr422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S422>(packed<CbYCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiCbYCr422ToYCbCr422_8u_C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                        MoxiSize roiSize) {
-    return reorder<1, 0, 3, 2>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYCbCr422ToCbYCr422_8u_C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                        MoxiSize roiSize) {
-    return reorder<1, 0, 3, 2>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYCbCr422ToCbYCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                          int32_t dstStep, MoxiSize roiSize) {
-    return convert<S422, S422>(threePlanes(srcPlanes, srcSteps), packed<CbYCr422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiYCbCr422ToYCrCb422_8u_C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                        MoxiSize roiSize) {
-    return reorder<0, 3, 2, 1, anyHeight>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYCbCr422ToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                          int32_t dstStep, MoxiSize roiSize) {
-    return convert<S422, S422, anyHeight>(threePlanes(srcPlanes, srcSteps), packed<YCrCb422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiYCrCb422ToYCbCr422_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S422>(packed<YCrCb422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
+template <> constexpr auto entry<moxiYCbCr411_8u_P2P3R>           = moves<SemiPlanarIn<S411>, PlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCbCr411_8u_P3P2R>           = moves<PlanarIn<S411>, SemiPlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCbCr420_8u_P2P3R>           = moves<SemiPlanarIn<S420>, PlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr420_8u_P3P2R>           = moves<PlanarIn<S420>, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr420ToYCrCb420_8u_P2P3R> =
+    converts<Move<SemiPlanarIn<S420>, PlanarIn<S420>>, sizeTwice, AtLeast{2, 2}>;
+template <> constexpr auto entry<moxiYCrCb420ToYCbCr420_8u_P3P2R> = moves<CrossedPlanarIn<S420>, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422_8u_C2P3R> =
+    converts<Move<YCbCr422, PlanarIn<S422>>, stepsToo, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiYCbCr422_8u_P3C2R>           = moves<PlanarIn<S422>, YCbCr422>;
+template <> constexpr auto entry<moxiCbYCr422ToYCbCr422_8u_C2P3R> = moves<CbYCr422, PlanarIn<S422>>;
+template <> constexpr auto entry<moxiCbYCr422ToYCbCr422_8u_C2R>   = converts<PairBytes<1, 0, 3, 2>, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiYCbCr422ToCbYCr422_8u_C2R>   = converts<PairBytes<1, 0, 3, 2>, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiYCbCr422ToCbYCr422_8u_P3C2R> = moves<PlanarIn<S422>, CbYCr422>;
+template <> constexpr auto entry<moxiYCbCr422ToYCrCb422_8u_C2R> =
+    converts<PairBytes<0, 3, 2, 1>, AtLeast{2, anyHeight}>;
+template <> constexpr auto entry<moxiYCbCr422ToYCrCb422_8u_P3C2R> = moves<PlanarIn<S422>, YCrCb422, anyHeight>;
+template <> constexpr auto entry<moxiYCrCb422ToYCbCr422_8u_C2P3R> = moves<YCrCb422, PlanarIn<S422>>;
 // 4:2:2 to 4:2:0: the chroma of odd rows is dropped.
-MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
-                                          Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<CbYCr422>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiCbYCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<CbYCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
-                                          Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<YCbCr422>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<YCbCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
-                                          int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S422, S420>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S420>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiCbYCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<CbYCr422>(src, srcStep), crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
-}
-MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
-                                          Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<Crossed<YCbCr422>>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr422ToYCrCb420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<YCbCr422>(src, srcStep), crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
-}
-MoxStatus moxiYCrCb422ToYCbCr420_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S420>(packed<YCrCb422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
+template <> constexpr auto entry<moxiCbYCr422ToYCbCr420_8u_C2P2R> = moves<CbYCr422, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiCbYCr422ToYCbCr420_8u_C2P3R> = moves<CbYCr422, PlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr420_8u_C2P2R> = moves<YCbCr422, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr420_8u_C2P3R> = moves<YCbCr422, PlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr420_8u_P3P2R> = moves<PlanarIn<S422>, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr420_8u_P3R>   = moves<PlanarIn<S422>, PlanarIn<S420>>;
+template <> constexpr auto entry<moxiCbYCr422ToYCrCb420_8u_C2P3R> = moves<CbYCr422, CrossedPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCrCb420_8u_C2P2R> = moves<YCrCb422, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCrCb420_8u_C2P3R> = moves<YCbCr422, CrossedPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCrCb422ToYCbCr420_8u_C2P3R> = moves<YCrCb422, PlanarIn<S420>>;
 // 4:2:0 to 4:2:2: each chroma row is written twice.
-MoxStatus moxiYCbCr420ToCbYCr422_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert<S420, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), packed<CbYCr422>(dst, dstStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420ToYCbCr422_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert<S420, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), packed<YCbCr422>(dst, dstStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                          MoxiSize roiSize) {
-    return convert<S420, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S420, S422>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCrCb420ToCbYCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                          int32_t dstStep, MoxiSize roiSize) {
-    return convert<S420, S422>(crossed(threePlanes(srcPlanes, srcSteps)), packed<CbYCr422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiYCrCb420ToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                          int32_t dstStep, MoxiSize roiSize) {
-    return convert<S420, S422>(crossed(threePlanes(srcPlanes, srcSteps)), packed<YCbCr422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiYCrCb420ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S420, S422>(crossed(threePlanes(srcPlanes, srcSteps)), threePlanes(dstPlanes, dstSteps), roiSize);
-}
+template <> constexpr auto entry<moxiYCbCr420ToCbYCr422_8u_P2C2R> = moves<SemiPlanarIn<S420>, CbYCr422>;
+template <> constexpr auto entry<moxiYCbCr420ToYCbCr422_8u_P2C2R> = moves<SemiPlanarIn<S420>, YCbCr422>;
+template <> constexpr auto entry<moxiYCbCr420ToYCbCr422_8u_P2P3R> = moves<SemiPlanarIn<S420>, PlanarIn<S422>>;
+template <> constexpr auto entry<moxiYCbCr420ToYCbCr422_8u_P3R>   = moves<PlanarIn<S420>, PlanarIn<S422>>;
+template <> constexpr auto entry<moxiYCrCb420ToCbYCr422_8u_P3C2R> = moves<CrossedPlanarIn<S420>, CbYCr422>;
+template <> constexpr auto entry<moxiYCrCb420ToYCbCr422_8u_P3C2R> = moves<CrossedPlanarIn<S420>, YCbCr422>;
+template <> constexpr auto entry<moxiYCrCb420ToYCbCr422_8u_P3R>   = moves<CrossedPlanarIn<S420>, PlanarIn<S422>>;
 // 4:2:2 to 4:1:1: the chroma of odd columns is dropped.
-MoxStatus moxiCbYCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S411>(packed<CbYCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
-                                          Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S422, S411>(packed<YCbCr422>(src, srcStep), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S411, 1>(packed<YCbCr422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
-                                          int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S422, S411>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr422ToYCbCr411_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S411>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCrCb422ToYCbCr411_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                          const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S422, S411>(packed<YCrCb422>(src, srcStep), threePlanes(dstPlanes, dstSteps), roiSize);
-}
+template <> constexpr auto entry<moxiCbYCr422ToYCbCr411_8u_C2P3R> = moves<CbYCr422, PlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr411_8u_C2P2R> = moves<YCbCr422, SemiPlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr411_8u_C2P3R> = moves<YCbCr422, PlanarIn<S411>, 1>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr411_8u_P3P2R> = moves<PlanarIn<S422>, SemiPlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCbCr422ToYCbCr411_8u_P3R>   = moves<PlanarIn<S422>, PlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCrCb422ToYCbCr411_8u_C2P3R> = moves<YCrCb422, PlanarIn<S411>>;
 // 4:1:1 to 4:2:2: each chroma sample is written twice.
-MoxStatus moxiYCbCr411ToYCbCr422_8u_P2C2R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return convert<S411, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), packed<YCbCr422>(dst, dstStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr411ToYCbCr422_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                          MoxiSize roiSize) {
-    return convert<S411, S422>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCbCr411ToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                          int32_t dstStep, MoxiSize roiSize) {
-    return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), packed<YCbCr422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiYCbCr411ToYCbCr422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr411ToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
-                                          int32_t dstStep, MoxiSize roiSize) {
-    return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), packed<YCrCb422>(dst, dstStep), roiSize);
-}
-MoxStatus moxiYCbCr411ToYCrCb422_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S411, S422>(threePlanes(srcPlanes, srcSteps), crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
-}
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr422_8u_P2C2R> = moves<SemiPlanarIn<S411>, YCbCr422>;
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr422_8u_P2P3R> = moves<SemiPlanarIn<S411>, PlanarIn<S422>>;
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr422_8u_P3C2R> = moves<PlanarIn<S411>, YCbCr422>;
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr422_8u_P3R>   = moves<PlanarIn<S411>, PlanarIn<S422>>;
+template <> constexpr auto entry<moxiYCbCr411ToYCrCb422_8u_P3C2R> = moves<PlanarIn<S411>, YCrCb422>;
+template <> constexpr auto entry<moxiYCbCr411ToYCrCb422_8u_P3R>   = moves<PlanarIn<S411>, CrossedPlanarIn<S422>>;
 // 4:1:1 to 4:2:0: two chroma rows become the even and the odd columns of one.
-MoxStatus moxiYCbCr411ToYCbCr420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                          MoxiSize roiSize) {
-    return convert<S411, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCbCr411ToYCbCr420_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
-                                          int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S411, S420>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCbCr411ToYCbCr420_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* const* dstPlanes,
-                                        const int32_t* dstSteps, MoxiSize roiSize) {
-    return convert<S411, S420>(threePlanes(srcPlanes, srcSteps), threePlanes(dstPlanes, dstSteps), roiSize);
-}
-MoxStatus moxiYCbCr411ToYCrCb420_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                          MoxiSize roiSize) {
-    return convert<S411, S420>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep),
-                               crossed(threePlanes(dstPlanes, dstSteps)), roiSize);
-}
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr420_8u_P2P3R> = moves<SemiPlanarIn<S411>, PlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr420_8u_P3P2R> = moves<PlanarIn<S411>, SemiPlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr411ToYCbCr420_8u_P3R>   = moves<PlanarIn<S411>, PlanarIn<S420>>;
+template <> constexpr auto entry<moxiYCbCr411ToYCrCb420_8u_P2P3R> = moves<SemiPlanarIn<S411>, CrossedPlanarIn<S420>>;
 // 4:2:0 to 4:1:1: the even and the odd chroma columns of a row become two rows.
-MoxStatus moxiYCbCr420ToYCbCr411_8u_P2P3R(const Mox8u* srcY, int32_t srcYStep, const Mox8u* srcCbCr,
-                                          int32_t srcCbCrStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                          MoxiSize roiSize) {
-    return convert<S420, S411>(twoPlanes(srcY, srcYStep, srcCbCr, srcCbCrStep), threePlanes(dstPlanes, dstSteps),
-                               roiSize);
-}
-MoxStatus moxiYCbCr420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
-                                          int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S420, S411>(threePlanes(srcPlanes, srcSteps), twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep),
-                               roiSize);
-}
-MoxStatus moxiYCrCb420ToYCbCr411_8u_P3P2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dstY,
-                                          int32_t dstYStep, Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize) {
-    return convert<S420, S411>(crossed(threePlanes(srcPlanes, srcSteps)),
-                               twoPlanes(dstY, dstYStep, dstCbCr, dstCbCrStep), roiSize);
-}
+template <> constexpr auto entry<moxiYCbCr420ToYCbCr411_8u_P2P3R> = moves<SemiPlanarIn<S420>, PlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCbCr420ToYCbCr411_8u_P3P2R> = moves<PlanarIn<S420>, SemiPlanarIn<S411>>;
+template <> constexpr auto entry<moxiYCrCb420ToYCbCr411_8u_P3P2R> = moves<CrossedPlanarIn<S420>, SemiPlanarIn<S411>>;
 
 // Luma only.
-MoxStatus moxiYCbCr422ToGray_8u_C2C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                      MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1))) return s;
-    eachRow(innerYCbCr422ToGray_8u_C2C1R{}, image(src, srcStep), image(dst, dstStep), roiSize);
-    return moxStatusOk;
-}
+template <> constexpr auto entry<moxiYCbCr422ToGray_8u_C2C1R> = converts<innerYCbCr422ToGray_8u_C2C1R>;
+// clang-format on
+
+}  // namespace q4
+
+#include "sampling.inc"

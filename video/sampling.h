@@ -1,17 +1,77 @@
-// The arguments of one side of a video conversion: a packed picture, a luma plane with a plane of chroma pairs, or
-// three planes. Each tells its pointer checks, its rows, and how its chroma lies in memory. Planes are read from the
-// arrays only after the checks have passed.
+// Pictures of subsampled video whose planes are worked on by themselves, or their chroma beside their luma: packed, a luma
+// plane with a plane of chroma pairs, or three planes.
 #pragma once
 
 #include <algorithm>
 
-#include "frame/checks.h"
+#include "frame/entry.h"
 #include "frame/primitives.h"
 #include "frame/video_layouts.h"
 
 namespace q4 {
 
-// ---- rows -----------------------------------------------------------------------------------------------------------
+// ---- layouts of pictures --------------------------------------------------------------------------------------------
+
+/// One chroma sample of each kind for a cell of pixels.
+template <int width, int height>
+struct Sampling {
+    static constexpr int cellWidth = width, cellHeight = height;
+};
+using S422 = Sampling<2, 1>;
+using S420 = Sampling<2, 2>;
+using S411 = Sampling<4, 1>;
+
+/// Three planes. As rows: one of luma, and those of its chroma.
+template <class S>
+struct PlanarIn : LumaPlane<1, SeparateChroma<S::cellWidth>> {
+    using Sampling = S;
+    using ChromaRows = Planar<Mox8u, 2>;
+};
+/// Three planes, of which the chroma planes change places, each with its step.
+template <class S>
+struct CrossedPlanarIn : PlanarIn<S> {
+    template <class Byte>
+    MOX_INLINE static Image<Byte, 3> rowsOf(const Image<Byte, 3>& image) {
+        return {{image.base[0], image.base[2], image.base[1]}, {image.step[0], image.step[2], image.step[1]}};
+    }
+};
+/// A plane of luma and one of chroma pairs.
+template <class S>
+struct SemiPlanarIn : LumaPlane<1, PairedChroma<S::cellWidth>> {
+    using Sampling = S;
+    using ChromaRows = Interleaved<Mox8u, 2>;
+};
+
+/// What is not packed.
+template <class L>
+inline constexpr bool hasLumaPlane = requires {
+    typename L::ChromaRows;
+};
+
+template <class L>
+struct SamplingOfLayout {
+    using Type = S422;  // packed
+};
+template <class L>
+requires hasLumaPlane<L>
+struct SamplingOfLayout<L> {
+    using Type = typename L::Sampling;
+};
+template <class L>
+using SamplingOf = typename SamplingOfLayout<L>::Type;
+
+// ---- planes and rows ------------------------------------------------------------------------------------------------
+
+template <class Byte, int n>
+MOX_INLINE Image<Byte, 1> lumaOf(const Image<Byte, n>& image) {
+    return image.plane(0);
+}
+template <class Byte, int n>
+MOX_INLINE Image<Byte, n - 1> chromaOf(const Image<Byte, n>& image) {
+    Image<Byte, n - 1> chroma;
+    for (int i = 1; i < n; ++i) chroma.base[i - 1] = image.base[i], chroma.step[i - 1] = image.step[i];
+    return chroma;
+}
 
 /// The row pointers of both, as one.
 template <class Byte, int n, int m>
@@ -19,6 +79,14 @@ MOX_INLINE RowsOf<Byte, n + m> join(const RowsOf<Byte, n>& a, const RowsOf<Byte,
     RowsOf<Byte, n + m> both;
     for (int i = 0; i < n + m; ++i) both.p[i] = i < n ? a.p[i] : b.p[i - n];
     return both;
+}
+/// A row of luma, and of the chroma of its cells.
+template <class L, class Byte, int n>
+MOX_INLINE RowsOf<Byte, n> rowWithChroma(const Image<Byte, n>& image, ptrdiff_t y) {
+    if constexpr (hasLumaPlane<L>)
+        return join(lumaOf(image).row(y), chromaOf(image).row(y / L::Sampling::cellHeight));
+    else
+        return image.row(y);
 }
 
 /// Rows from the given one on.
@@ -54,97 +122,25 @@ struct NextColumns {
     }
 };
 
-// ---- sides ----------------------------------------------------------------------------------------------------------
-
-template <class Byte, class Layout>
-struct PackedSide {
-    static constexpr bool hasLumaPlane = false;
-    using Rows = Layout;
-    Byte* pixels;
-    int32_t step;
-
-    auto notNull() const { return q4::notNull(pixels); }
-    auto rows() const { return image(pixels, step); }
-    template <int cellHeight>
-    auto row(ptrdiff_t y) const {
-        return rows().row(y);
-    }
-};
-template <class Layout, class Byte>
-PackedSide<Byte, Layout> packed(Byte* pixels, int32_t step) {
-    return {pixels, step};
+inline void copyPlane(const Image<const uint8_t, 1>& src, const Image<uint8_t, 1>& dst, MoxiSize size) {
+    moxiCopy_8u_C1R(src.base[0], int32_t(src.step[0]), dst.base[0], int32_t(dst.step[0]), size);
 }
 
-template <class Byte>
-struct SemiPlanarSide {
-    static constexpr bool hasLumaPlane = true;
-    using ChromaRows = Interleaved<Mox8u, 2>;
-    template <int cellWidth>
-    using Chroma = PairedChroma<cellWidth>;
-    Byte* y;
-    int32_t yStep;
-    Byte* pairs;
-    int32_t pairsStep;
-
-    auto notNull() const { return q4::notNull(y, pairs); }
-    auto luma() const { return image(y, yStep); }
-    auto chroma() const { return image(pairs, pairsStep); }
-    auto rows() const { return join(luma(), chroma()); }
-    template <int cellHeight>
-    auto row(ptrdiff_t at) const {
-        return join(luma().row(at), chroma().row(at / cellHeight));
-    }
-};
-template <class Byte>
-SemiPlanarSide<Byte> twoPlanes(Byte* y, int32_t yStep, Byte* pairs, int32_t pairsStep) {
-    return {y, yStep, pairs, pairsStep};
-}
-
-template <class Byte>
-struct PlanarSide {
-    static constexpr bool hasLumaPlane = true;
-    using ChromaRows = Planar<Mox8u, 2>;
-    template <int cellWidth>
-    using Chroma = SeparateChroma<cellWidth>;
-    Byte* const* planes;
-    const int32_t* steps;
-    int firstChroma = 1;
-
-    auto notNull() const {
-        return [planes = planes] { return firstOf(q4::notNull(planes), planesNotNull<3>(planes)); };
-    }
-    auto luma() const { return image(planes[0], steps[0]); }
-    auto chroma() const { return join(plane(firstChroma), plane(3 - firstChroma)); }
-    auto plane(int i) const { return image(planes[i], steps[i]); }
-    auto rows() const { return join(luma(), chroma()); }
-    template <int cellHeight>
-    auto row(ptrdiff_t at) const {
-        return join(luma().row(at), chroma().row(at / cellHeight));
-    }
-};
-template <class Byte>
-PlanarSide<Byte> threePlanes(Byte* const* planes, const int32_t* steps) {
-    return {planes, steps};
-}
-/// The chroma planes change places, each with its step.
-template <class Byte>
-PlanarSide<Byte> crossed(PlanarSide<Byte> side) {
-    side.firstChroma = 3 - side.firstChroma;
-    return side;
-}
-
-template <class Byte>
-MOX_INLINE MoxStatus copyPlane(const Image<const Byte, 1>& src, const Image<Byte, 1>& dst, MoxiSize size) {
-    return moxiCopy_8u_C1R(src.base[0], int32_t(src.step[0]), dst.base[0], int32_t(dst.step[0]), size);
-}
-
-// ---- rules that move samples ----------------------------------------------------------------------------------------
+// ---- rules ----------------------------------------------------------------------------------------------------------
 
 struct Twice {
     template <class D, class B>
     MOX_INLINE RowPair<B> apply(const B& in) const {
         return {{in, in}};
     }
+};
+
+/// Means of two samples, a half rounded up or down.
+struct Up {
+    MOX_INLINE static U8 mean(U8 a, U8 b) { return avg(a, b); }
+};
+struct Down {
+    MOX_INLINE static U8 mean(U8 a, U8 b) { return avgDown(a, b); }
 };
 
 }  // namespace q4

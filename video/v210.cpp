@@ -1,8 +1,7 @@
 // v210, packed 10-bit 4:2:2, to 16-bit luma and to 5-6-5 colour by the BT.709 matrix.
 #include "moxcc/v210.h"
 
-#include "frame/checks.h"
-#include "frame/kernel.h"
+#include "frame/entry.h"
 
 namespace q4 {
 namespace {
@@ -91,37 +90,27 @@ struct Colour709 {
     }
 };
 
-// ---- kernels and entries --------------------------------------------------------------------------------------------
+// ---- kernels --------------------------------------------------------------------------------------------------------
 
 using Gray = AllColumns<V210<1>, C1<Mox16u>, Unchanged>;
 template <bool redHigh>
 using Colour = AllColumns<V210<3>, C1<Mox16u>, On<F32, Colour709<redHigh>>>;
 
+}  // namespace
+
+// ---- entries --------------------------------------------------------------------------------------------------------
+
 /// Steps count words of the source, samples of the destination.
 template <class Kernel>
-MoxStatus convert(const Kernel& kernel, const Mox32u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
-                  MoxiSize roiSize) {
-    if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 1, 1),
-                              require([=] { return srcStep >= 1 && dstStep >= 1; }, moxStatusBadSize)))
-        return s;
-    eachRow(kernel, image(src, ptrdiff_t(srcStep) * 4), image(dst, ptrdiff_t(dstStep) * 2), roiSize);
-    return moxStatusOk;
-}
+constexpr auto fromWords = converts<Kernel, Order{{Test::pointers, Test::size, Test::rowLengths}}, Steps::samples>;
 
-}  // namespace
+template <>
+constexpr auto entry<moxiYUV422v210ToBGR_709HDTV_32u16u_C3> = fromWords<Colour<true>>;
+template <>
+constexpr auto entry<moxiYUV422v210ToRGB_709HDTV_32u16u_C3> = fromWords<Colour<false>>;
+template <>
+constexpr auto entry<moxiYUV422v210ToGray_709HDTV_32u16u_C3C1> = fromWords<Gray>;
+
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiYUV422v210ToBGR_709HDTV_32u16u_C3(const Mox32u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
-                                                MoxiSize roiSize) {
-    return convert(Colour<true>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYUV422v210ToRGB_709HDTV_32u16u_C3(const Mox32u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
-                                                MoxiSize roiSize) {
-    return convert(Colour<false>{}, src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiYUV422v210ToGray_709HDTV_32u16u_C3C1(const Mox32u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
-                                                   MoxiSize roiSize) {
-    return convert(Gray{}, src, srcStep, dst, dstStep, roiSize);
-}
+#include "v210.inc"

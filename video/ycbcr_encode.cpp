@@ -21,19 +21,19 @@ using YL5 = TruncatedTerms<y15, 8, 2112, 7>;
 using YL6 = RoundedTerms<y14, 7, 16 << 6, 6>;
 
 // On the sums of two pixels.
-using YC1 = Chroma<FullPrecision<cb16, 0x1010000, 17>, FullPrecision<cr16, 0x1010000, 17>>;
-using YC2 = Chroma<FullPrecision<cb16, 0x1004000, 17>, FullPrecision<cr16, 0x1004000, 17>>;
-using YC3 = Chroma<RoundedTerms<cb14, 6, 8224, 6>, RoundedTerms<cr14, 6, 8224, 6>>;
-using YC4 = Chroma<FlooredTerms<cb16, 6, 16448, 7>, FlooredTerms<cr16, 6, 16448, 7>>;
-using YC5 = Chroma<FullPrecision<cb16, 0x1010000, 17>, FullPrecision<cr16, 0x100FFFE, 17>>;
+using YC1 = CbCr<FullPrecision<cb16, 0x1010000, 17>, FullPrecision<cr16, 0x1010000, 17>>;
+using YC2 = CbCr<FullPrecision<cb16, 0x1004000, 17>, FullPrecision<cr16, 0x1004000, 17>>;
+using YC3 = CbCr<RoundedTerms<cb14, 6, 8224, 6>, RoundedTerms<cr14, 6, 8224, 6>>;
+using YC4 = CbCr<FlooredTerms<cb16, 6, 16448, 7>, FlooredTerms<cr16, 6, 16448, 7>>;
+using YC5 = CbCr<FullPrecision<cb16, 0x1010000, 17>, FullPrecision<cr16, 0x100FFFE, 17>>;
 // On the sums of four pixels.
-using YC6 = Chroma<FullPrecision<cb16, 0x2008000, 18>, FullPrecision<cr16, 0x2008000, 18>>;
-using YC7 = Chroma<RoundedTerms<cb14, 5, 8194, 6>, RoundedTerms<cr14, 5, 8194, 6>>;
-using YC8 = Chroma<TruncatedTerms<cb16, 5, 16400, 7>, TruncatedTerms<cr16, 5, 16400, 7>>;
-using YC9 = Chroma<RoundedTerms<cb14, 5, 128 << 6, 6>, RoundedTerms<cr14, 5, 128 << 6, 6>>;
+using YC6 = CbCr<FullPrecision<cb16, 0x2008000, 18>, FullPrecision<cr16, 0x2008000, 18>>;
+using YC7 = CbCr<RoundedTerms<cb14, 5, 8194, 6>, RoundedTerms<cr14, 5, 8194, 6>>;
+using YC8 = CbCr<TruncatedTerms<cb16, 5, 16400, 7>, TruncatedTerms<cr16, 5, 16400, 7>>;
+using YC9 = CbCr<RoundedTerms<cb14, 5, 128 << 6, 6>, RoundedTerms<cr14, 5, 128 << 6, 6>>;
 
 /// A pixel alone.
-using YF1 = LumaChroma<YL1, Chroma<FullPrecision<cb16, 0x808000, 16>, FullPrecision<cr16, 0x808000, 16>>>;
+using YF1 = LumaChroma<YL1, CbCr<FullPrecision<cb16, 0x808000, 16>, FullPrecision<cr16, 0x808000, 16>>>;
 
 // ---- rules of filtered chroma ---------------------------------------------------------------------------------------
 //
@@ -128,7 +128,7 @@ template <class Pixels, class Dst>
 using innerRGBToYCbCr422 = Encode<Pixels, Dst, Passes<8>, LumaChroma<YL3, YC3>, LumaChroma<YL1, YC1, YL2>>;
 template <class Pixels, class Dst>
 using innerBGRToYCbCr422 = Encode<Pixels, Dst, Passes<8>, LumaChroma<YL3, YC3>, LumaChroma<YL1, YC2>>;
-using myBGRToCbYCr422_8u_AC4C2R = Encode<BGRA, CbYCr422, Passes<8>, LumaChroma<YL5, YC4>, LumaChroma<YL1, YC5>, YF1>;
+using myBGRToCbYCr422_8u_AC4C2R = Encode<BGRx, CbYCr422, Passes<8>, LumaChroma<YL5, YC4>, LumaChroma<YL1, YC5>, YF1>;
 
 // 4:2:0
 template <class Dst>
@@ -139,23 +139,25 @@ template <class Pixels, class Dst>
 using innerRGBToYCbCr420 = Encode<Pixels, Dst, Passes<8>, LumaChroma<YL4, YC7>, LumaChroma<YL1, YC6>>;
 
 // 4:1:1
-using ownBGRToYCbCr411_8u_C3P3R = Encode<BGR, Planar411, Passes<16>, LumaChroma<YL6, YC9>, LumaChroma<YL1, YC6>>;
+template <class Pixels, class Below>
+struct Encode411 : Encode<Pixels, Planar411, Passes<16>, Below, LumaChroma<YL1, YC6>> {
+    static constexpr MoxiSize warnsOutside = {4, 1};
+};
+using ownBGRToYCbCr411_8u_C3P3R = Encode411<BGR, LumaChroma<YL6, YC9>>;
 
 /// Luma is written for the columns past the last whole cell too.
-struct ownBGRToYCbCr411_8u_AC4P3R : Encode<BGRA, Planar411, Passes<16>, LumaChroma<YL5, YC8>, LumaChroma<YL1, YC6>> {
+struct ownBGRToYCbCr411_8u_AC4P3R : Encode411<BGRx, LumaChroma<YL5, YC8>> {
     MOX_INLINE void row(const SrcRows<1>& src, const DstRows<3>& dst, ptrdiff_t width) const {
-        Encode::row(src, dst, width);
-        span<Src, C1<Mox8u>>(src, {{dst.p[0]}}, width & -cellWidth, width, On<I16, LumaOnly<YL1>>{});
+        Encode411::row(src, dst, width);
+        span<Src, C1<Mox8u>>(src, {{dst.p[0]}}, width & -4, width, On<I16, PerChannel<YL1>>{});
     }
 };
 
 /// What the kernels of filtered chroma share.
-template <class Pixels_>
+template <class Pixels>
 struct ToFilteredCbYCr422 {
-    using Pixels = Pixels_;
     using Src = Pixels;
     using Dst = CbYCr422;
-    static constexpr int cellRows = 1, cellWidth = 2;
 
   protected:
     MOX_INLINE static void lastPixel(const SrcRows<1>& src, const DstRows<1>& dst, ptrdiff_t width) {
@@ -202,108 +204,50 @@ struct myRGBToCbYCr422Gamma_8u_C3C2R : ToFilteredCbYCr422<GammaCorrected<RGB>> {
 };
 
 }  // namespace
-}  // namespace q4
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-using namespace q4;
+// clang-format off
+template <> constexpr auto entry<moxiRGBToYCbCr422_8u_C3C2R>      = converts<innerRGBToYCbCr422<RGB, YCbCr422>>;
+template <> constexpr auto entry<moxiRGBToYCrCb422_8u_C3C2R>      = converts<innerRGBToYCbCr422<RGB, YCrCb422>>;
+template <> constexpr auto entry<moxiRGBToYCbCr422_8u_P3C2R>      = converts<innerRGBToYCbCr422<PlanarRGB, YCbCr422>>;
+template <> constexpr auto entry<moxiRGBToYCrCb422_8u_P3C2R>      = converts<innerRGBToYCbCr422<PlanarRGB, YCrCb422>>;
+template <> constexpr auto entry<moxiRGBToCbYCr422_8u_C3C2R>      = converts<ownRGBToCbYCr422_8u_C3C2R>;
+template <> constexpr auto entry<moxiRGBToCbYCr422Gamma_8u_C3C2R> = converts<myRGBToCbYCr422Gamma_8u_C3C2R>;
+template <> constexpr auto entry<moxiBGRToYCbCr422_8u_C3C2R> =
+    converts<innerBGRToYCbCr422<BGR, YCbCr422>, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiBGRToYCbCr422_8u_AC4C2R> =
+    converts<innerBGRToYCbCr422<BGRx, YCbCr422>, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiBGRToCbYCr422_8u_AC4C2R>     = converts<myBGRToCbYCr422_8u_AC4C2R>;
+template <> constexpr auto entry<moxiRGBToYCbCr422_8u_C3P3R> =
+    converts<innerBGRToYCbCr422<RGB, Planar422>, planesFirst, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiBGRToYCbCr422_8u_C3P3R> =
+    converts<innerBGRToYCbCr422<BGR, Planar422>, planesFirst, AtLeast{2, 1}>;
+template <> constexpr auto entry<moxiBGRToYCbCr422_8u_AC4P3R> =
+    converts<innerBGRToYCbCr422<BGRx, Planar422>, planesFirst, AtLeast{2, 1}>;
 
-MoxStatus moxiRGBToYCbCr422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr422<RGB, YCbCr422>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCrCb422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr422<RGB, YCrCb422>>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCbCr422_8u_P3C2R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                     MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr422<PlanarRGB, YCbCr422>>(srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCrCb422_8u_P3C2R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                     MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr422<PlanarRGB, YCrCb422>>(srcPlanes, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToCbYCr422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return encode<ownRGBToCbYCr422_8u_C3C2R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToCbYCr422Gamma_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                          MoxiSize roiSize) {
-    return encode<myRGBToCbYCr422Gamma_8u_C3C2R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiBGRToYCbCr422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGR, YCbCr422>>(src, srcStep, dst, dstStep, roiSize, {2, 1});
-}
-MoxStatus moxiBGRToYCbCr422_8u_AC4C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                      MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGRA, YCbCr422>>(src, srcStep, dst, dstStep, roiSize, {2, 1});
-}
-MoxStatus moxiBGRToCbYCr422_8u_AC4C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
-                                      MoxiSize roiSize) {
-    return encode<myBGRToCbYCr422_8u_AC4C2R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYCbCr422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                     const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<RGB, Planar422>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {2, 1});
-}
-MoxStatus moxiBGRToYCbCr422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                     const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGR, Planar422>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {2, 1});
-}
-MoxStatus moxiBGRToYCbCr422_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerBGRToYCbCr422<BGRA, Planar422>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {2, 1});
-}
+template <> constexpr auto entry<moxiRGBToYCbCr420_8u_C3P3R>  = converts<innerRGBToYCbCr420<RGB, Planar420>>;
+template <> constexpr auto entry<moxiRGBToYCrCb420_8u_AC4P3R> =
+    converts<ownToYCbCr420_8u_AC4P3R<RGBx, PlanarYCrCb420>, planesFirst, AtLeast{2, 2}>;
+template <> constexpr auto entry<moxiBGRToYCbCr420_8u_C3P3R> =
+    converts<ownBGRToYCbCr420_8u_C3P3R<Planar420>, planesFirst, AtLeast{2, 2}>;
+template <> constexpr auto entry<moxiBGRToYCbCr420_8u_AC4P3R> =
+    converts<ownToYCbCr420_8u_AC4P3R<BGRx, Planar420>, planesFirst, AtLeast{2, 2}>;
+template <> constexpr auto entry<moxiBGRToYCrCb420_8u_C3P3R> =
+    converts<ownBGRToYCbCr420_8u_C3P3R<PlanarYCrCb420>, planesFirst, AtLeast{2, 2}>;
+template <> constexpr auto entry<moxiBGRToYCrCb420_8u_AC4P3R> =
+    converts<ownToYCbCr420_8u_AC4P3R<BGRx, PlanarYCrCb420>, planesFirst, AtLeast{2, 2}>;
+template <> constexpr auto entry<moxiRGBToYCbCr420_8u_C3P2R>  = converts<innerRGBToYCbCr420<RGB, SemiPlanar420>>;
+template <> constexpr auto entry<moxiRGBToYCbCr420_8u_C4P2R>  = converts<innerRGBToYCbCr420<RGBx, SemiPlanar420>>;
+template <> constexpr auto entry<moxiBGRToYCbCr420_8u_C3P2R>  = converts<innerRGBToYCbCr420<BGR, SemiPlanar420>>;
+template <> constexpr auto entry<moxiBGRToYCbCr420_8u_AC4P2R> = converts<innerRGBToYCbCr420<BGRx, SemiPlanar420>>;
 
-MoxStatus moxiRGBToYCbCr420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                     const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr420<RGB, Planar420>>(src, srcStep, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToYCrCb420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownToYCbCr420_8u_AC4P3R<RGBA, PlanarYCrCb420>, planesFirst>(src, srcStep, dstPlanes, dstSteps,
-                                                                              roiSize, {2, 2});
-}
-MoxStatus moxiBGRToYCbCr420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                     const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr420_8u_C3P3R<Planar420>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                     {2, 2});
-}
-MoxStatus moxiBGRToYCbCr420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownToYCbCr420_8u_AC4P3R<BGRA, Planar420>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                         {2, 2});
-}
-MoxStatus moxiBGRToYCrCb420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                     const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr420_8u_C3P3R<PlanarYCrCb420>, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize,
-                                                                          {2, 2});
-}
-MoxStatus moxiBGRToYCrCb420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownToYCbCr420_8u_AC4P3R<BGRA, PlanarYCrCb420>, planesFirst>(src, srcStep, dstPlanes, dstSteps,
-                                                                              roiSize, {2, 2});
-}
-MoxStatus moxiRGBToYCbCr420_8u_C3P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr,
-                                     int32_t dstCbCrStep, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr420<RGB, SemiPlanar420>>(src, srcStep, dstY, dstYStep, dstCbCr, dstCbCrStep, roiSize);
-}
-MoxStatus moxiRGBToYCbCr420_8u_C4P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr,
-                                     int32_t dstCbCrStep, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr420<RGBA, SemiPlanar420>>(src, srcStep, dstY, dstYStep, dstCbCr, dstCbCrStep, roiSize);
-}
-MoxStatus moxiBGRToYCbCr420_8u_C3P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr,
-                                     int32_t dstCbCrStep, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr420<BGR, SemiPlanar420>>(src, srcStep, dstY, dstYStep, dstCbCr, dstCbCrStep, roiSize);
-}
-MoxStatus moxiBGRToYCbCr420_8u_AC4P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep, Mox8u* dstCbCr,
-                                      int32_t dstCbCrStep, MoxiSize roiSize) {
-    return encode<innerRGBToYCbCr420<BGRA, SemiPlanar420>>(src, srcStep, dstY, dstYStep, dstCbCr, dstCbCrStep, roiSize);
-}
+template <> constexpr auto entry<moxiBGRToYCbCr411_8u_C3P3R> =
+    converts<ownBGRToYCbCr411_8u_C3P3R, planesFirst, AtLeast{4, 1}>;
+template <> constexpr auto entry<moxiBGRToYCbCr411_8u_AC4P3R> =
+    converts<ownBGRToYCbCr411_8u_AC4P3R, planesFirst, AtLeast{4, 1}>;
+// clang-format on
 
-MoxStatus moxiBGRToYCbCr411_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                     const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr411_8u_C3P3R, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {4, 1});
-}
-MoxStatus moxiBGRToYCbCr411_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
-                                      const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<ownBGRToYCbCr411_8u_AC4P3R, planesFirst>(src, srcStep, dstPlanes, dstSteps, roiSize, {4, 1});
-}
+}  // namespace q4
+
+#include "ycbcr_encode.inc"

@@ -135,73 +135,40 @@ using innerRGBToYUV422_8u_C3C2R = Encode<RGB, YCbCr422, Passes<16>, UP5, UP6, UO
 
 using innerRGBToYUV420_8u_C3P3R = Encode<RGB, Planar420, Passes<8>, UC1, UC2>;
 using innerRGBToYUV420_8u_P3R = Encode<PlanarRGB, Planar420, AllCells, UC3, UC3>;
-using innerBGRToYUV420_8u_AC4P3R = Encode<BGRA, Planar420, Passes<16>, UC4, UC3>;
+using innerBGRToYUV420_8u_AC4P3R = Encode<BGRx, Planar420, Passes<16>, UC4, UC3>;
+
+/// Other rules hold when all rows start on 16 bytes.
+struct myRGBToYUV422_8u_C3P3R {
+    using Src = RGB;
+    using Dst = Planar422;
+    void picture(const Image<const uint8_t, 1>& src, const Image<uint8_t, 3>& dst, MoxiSize size) const {
+        uintptr_t bits = reinterpret_cast<uintptr_t>(src.base[0]) | uintptr_t(src.step[0]);
+        for (int i = 0; i < 3; ++i) bits |= reinterpret_cast<uintptr_t>(dst.base[i]) | uintptr_t(dst.step[i]);
+        if (bits % 16 == 0)
+            eachRow(inner_Q3_RGBToYUV422_8u_C3P3R{}, src, dst, size);
+        else
+            eachRow(innerRGBToYUV422_8u_C3P3R{}, src, dst, size);
+    }
+};
+
+}  // namespace
 
 // ---- entries --------------------------------------------------------------------------------------------------------
 
-bool allAligned(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps) {
-    uintptr_t bits = reinterpret_cast<uintptr_t>(src) | uintptr_t(srcStep);
-    for (int i = 0; i < 3; ++i) bits |= reinterpret_cast<uintptr_t>(dstPlanes[i]) | uintptr_t(dstSteps[i]);
-    return bits % 16 == 0;
-}
+// clang-format off
+template <> constexpr auto entry<moxiRGBToYUV422_8u_C3C2R> = converts<innerRGBToYUV422_8u_C3C2R>;
+template <> constexpr auto entry<moxiRGBToYUV422_8u_C3P3R> = converts<myRGBToYUV422_8u_C3P3R>;
+template <> constexpr auto entry<moxiRGBToYUV422_8u_C3P3> = contiguous<entry<moxiRGBToYUV422_8u_C3P3R>, stepRGB, steps422, isOneRow, converts<innerRGBToYUV422_8u_C3P3R>>;
+template <> constexpr auto entry<moxiRGBToYUV422_8u_P3R> = converts<innerRGBToYUV422_8u_P3R>;
+template <> constexpr auto entry<moxiRGBToYUV422_8u_P3> = contiguous<entry<moxiRGBToYUV422_8u_P3R>, stepPlane, steps422, isOneRow>;
 
-/// Other rules hold when all rows start on 16 bytes.
-MoxStatus myRGBToYUV422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                 MoxiSize roiSize) {
-    const auto from = image(src, srcStep);
-    const auto to = image<3>(dstPlanes, dstSteps);
-    return allAligned(src, srcStep, dstPlanes, dstSteps)
-               ? encodeCells(inner_Q3_RGBToYUV422_8u_C3P3R{}, from, to, roiSize)
-               : encodeCells(innerRGBToYUV422_8u_C3P3R{}, from, to, roiSize);
-}
+template <> constexpr auto entry<moxiRGBToYUV420_8u_C3P3R> = converts<innerRGBToYUV420_8u_C3P3R>;
+template <> constexpr auto entry<moxiRGBToYUV420_8u_C3P3> = contiguous<entry<moxiRGBToYUV420_8u_C3P3R>, stepRGB, steps420>;
+template <> constexpr auto entry<moxiRGBToYUV420_8u_P3R> = converts<innerRGBToYUV420_8u_P3R>;
+template <> constexpr auto entry<moxiRGBToYUV420_8u_P3> = contiguous<entry<moxiRGBToYUV420_8u_P3R>, stepPlane, steps420>;
+template <> constexpr auto entry<moxiBGRToYUV420_8u_AC4P3R> = converts<innerBGRToYUV420_8u_AC4P3R>;
+// clang-format on
 
-}  // namespace
 }  // namespace q4
 
-using namespace q4;
-
-MoxStatus moxiRGBToYUV422_8u_C3C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize) {
-    return encode<innerRGBToYUV422_8u_C3C2R>(src, srcStep, dst, dstStep, roiSize);
-}
-MoxStatus moxiRGBToYUV422_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                   MoxiSize roiSize) {
-    if (MoxStatus s = checkPicture<PlanesTested::afterSize, 1, 3>(src, dstPlanes, roiSize)) return s;
-    return myRGBToYUV422_8u_C3P3R(src, srcStep, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToYUV422_8u_C3P3(const Mox8u* src, Mox8u* const* dstPlanes, MoxiSize roiSize) {
-    if (MoxStatus s = checkPicture<PlanesTested::afterSize, 1, 3>(src, dstPlanes, roiSize)) return s;
-    const int32_t srcStep = naturalRGB(roiSize.width);
-    const PlaneSteps dstSteps = natural422(roiSize.width);
-    if (isOneRow(roiSize))
-        return encodeCells(innerRGBToYUV422_8u_C3P3R{}, image(src, srcStep), image<3>(dstPlanes, dstSteps.planes),
-                           joinedRows(roiSize));
-    return myRGBToYUV422_8u_C3P3R(src, srcStep, dstPlanes, dstSteps.planes, roiSize);
-}
-MoxStatus moxiRGBToYUV422_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
-                                 const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerRGBToYUV422_8u_P3R>(srcPlanes, srcStep, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToYUV422_8u_P3(const Mox8u* const* srcPlanes, Mox8u* const* dstPlanes, MoxiSize roiSize) {
-    return encode<innerRGBToYUV422_8u_P3R>(srcPlanes, roiSize.width, dstPlanes, natural422(roiSize.width).planes,
-                                           joinedRows(roiSize));
-}
-
-MoxStatus moxiRGBToYUV420_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                   MoxiSize roiSize) {
-    return encode<innerRGBToYUV420_8u_C3P3R>(src, srcStep, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToYUV420_8u_C3P3(const Mox8u* src, Mox8u* const* dstPlanes, MoxiSize roiSize) {
-    return moxiRGBToYUV420_8u_C3P3R(src, naturalRGB(roiSize.width), dstPlanes, natural420(roiSize.width).planes,
-                                    roiSize);
-}
-MoxStatus moxiRGBToYUV420_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
-                                 const int32_t* dstSteps, MoxiSize roiSize) {
-    return encode<innerRGBToYUV420_8u_P3R>(srcPlanes, srcStep, dstPlanes, dstSteps, roiSize);
-}
-MoxStatus moxiRGBToYUV420_8u_P3(const Mox8u* const* srcPlanes, Mox8u* const* dstPlanes, MoxiSize roiSize) {
-    return moxiRGBToYUV420_8u_P3R(srcPlanes, roiSize.width, dstPlanes, natural420(roiSize.width).planes, roiSize);
-}
-MoxStatus moxiBGRToYUV420_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, const int32_t* dstSteps,
-                                    MoxiSize roiSize) {
-    return encode<innerBGRToYUV420_8u_AC4P3R>(src, srcStep, dstPlanes, dstSteps, roiSize);
-}
+#include "yuv_encode.inc"

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "moxcc/reduce_bits.h"
+#include "catalogue/call.h"
 #include "support/float_env.h"
 
 namespace moxtest {
@@ -41,27 +41,30 @@ int drawSide(Random& random, int least, int most) {
     return least + static_cast<int>(random.between(0, most));
 }
 
-double drawNumber(const Form& form, const Parameter& p, Random& random) {
-    const std::vector<double>& good = numberKind(p.letter).good;
-    if (p.letter == 'l') return static_cast<double>(random.between(2, random.oneIn(2) ? 16 : form.mostLevels));
-    if (p.letter == 'a' && !p.floating) return static_cast<double>(random.between(0, 255));
+double drawNumber(const Export& form, const Parameter& p, Random& random) {
+    const std::vector<double>& good = valueKind(p.meaning).good;
+    if (p.meaning == Value::levels)
+        return static_cast<double>(random.between(2, random.oneIn(2) ? 16 : form.mostLevels));
+    if ((p.meaning == Value::alpha || p.meaning == Value::threshold) && !p.floating)
+        return static_cast<double>(random.between(0, 255));
     if (p.floating && random.oneIn(8)) return random.special<float>();
     return good[random.bits() % good.size()];
 }
 
 }  // namespace
 
-Inputs::Inputs(const Form& f, Random& random) : form(&f), arguments(f.parameters.size()) {
+Inputs::Inputs(const Export& f, Random& random) : form(&f), arguments(f.parameters.size()) {
     const int widest = random.oneIn(8) ? 300 : 70;
     MoxiSize drawn = {drawSide(random, f.least.width, widest), drawSide(random, f.least.height, 6)};
-    if (f.tested('M')) drawn.width -= drawn.width % f.cell.width, drawn.height -= drawn.height % f.cell.height;
-    if (f.sourceRegion()) drawn.height = drawSide(random, f.least.height, 30);
+    if (f.tested(Check::wholeCells))
+        drawn.width -= drawn.width % f.cell.width, drawn.height -= drawn.height % f.cell.height;
+    if (f.takesRegion()) drawn.height = drawSide(random, f.least.height, 30);
     size[0] = size[1] = drawn;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const Parameter& p = f.parameters[i];
         Argument& argument = arguments[i];
         if (p.kind == Parameter::size) argument.size = drawn;
-        if (p.letter) argument.number = drawNumber(f, p, random);
+        if (p.meaning != Value::none) argument.number = drawNumber(f, p, random);
         if (p.kind != Parameter::rect) continue;
         MoxiRect& roi = argument.rect;
         roi.x = static_cast<int>(random.between(0, drawn.width - 1));
@@ -72,24 +75,23 @@ Inputs::Inputs(const Form& f, Random& random) : form(&f), arguments(f.parameters
         if (random.oneIn(2)) size[1].height = static_cast<int>(random.between(1, size[1].height));
         roi.width = size[1].width, roi.height = size[1].height;
     }
-    const double slice = f.number('m', arguments);
+    const double slice = number(f, Value::slice, arguments);
     if (slice == 1 || slice == 4 || slice == 16) rowsAround = 4;
     for (const int side : {0, 1}) {
-        for (size_t i = 0; i < f.planes[side].size(); ++i) {
+        for (size_t i = 0; i < f.sides[side].planes.size(); ++i) {
             const auto p = std::ranges::find_if(f.parameters, [&](const Parameter& q) {
                 return q.side == side && (q.role == Parameter::image || q.role == Parameter::images);
             });
             const int rows = f.rows(side, i, size[side].height);
-            int rowBytes = f.rowBytes(side, i, size[side].width);
-            if (side == 1 && f.is("*8u1u*"))
-                rowBytes = (size[side].width + static_cast<int>(f.number('o', arguments)) + 7) / 8;
+            const int rowBytes =
+                f.rowBytes(side, i, size[side].width, static_cast<int>(number(f, Value::firstBit, arguments)));
             bytes[side].emplace_back(static_cast<size_t>(rowBytes) * static_cast<size_t>(rows + 2 * rowsAround));
             fill(bytes[side].back(), p->bytes, p->floating, random);
         }
     }
     for (const Parameter& p : f.parameters) {
         if (p.role != Parameter::weights) continue;
-        const bool optional = !f.tested('W') && !f.is("*64f_AC4*");
+        const bool optional = !f.needsWeights;
         weights.resize(optional && random.oneIn(8) ? 0 : static_cast<size_t>(f.weights * p.bytes));
         const auto fillAs = [&]<class T>(T) {
             for (size_t at = 0; at < weights.size(); at += sizeof(T))
@@ -107,8 +109,8 @@ PlaneBytes* place(std::vector<std::unique_ptr<PlaneBytes>>& where, int rowBytes,
 }  // namespace
 
 Scene::Scene(const Inputs& inputs, Random& random) : arguments(inputs.arguments), inputs_(&inputs) {
-    const Form& f = form();
-    const bool forward = f.tested('T') || f.tested('U');
+    const Export& f = form();
+    const bool forward = f.tested(Check::steps) || f.tested(Check::rowLengths);
     const auto has = [&](Parameter::Role role, int side) {
         return std::ranges::any_of(f.parameters, [&](const Parameter& p) { return p.role == role && p.side == side; });
     };
@@ -156,7 +158,10 @@ Scene::Scene(const Inputs& inputs, Random& random) : arguments(inputs.arguments)
                 break;
             case Parameter::step:
                 argument.number = p.side == 2 ? buffer->step() : steps_[p.side][std::max(p.plane, 0)];
-                if (f.is("*v210*")) argument.number /= p.bytes;
+                if (f.steps == StepUnit::samples) argument.number /= p.bytes;
+                break;
+            case Parameter::result:
+                argument.pointer = place(others_, p.bytes, 1, {})->rowStart(0);
                 break;
             case Parameter::weights:
                 if (inputs.weights.empty()) break;
@@ -166,16 +171,17 @@ Scene::Scene(const Inputs& inputs, Random& random) : arguments(inputs.arguments)
                 break;
             case Parameter::buffer:
                 if (f.is("*AHD*")) {
-                    const int sample = f.is("*16u*") ? 2 : 1;
-                    const int rowBytes = (std::max(inputs.size[1].width, 6) + 8) * sample;
-                    buffer = place(others_, rowBytes, 30, Layout::random(random, sample));
+                    const int sample = f.sides[0].sampleBytes;
+                    buffer = place(others_, (std::max(inputs.size[1].width, 6) + 8) * sample, 30,
+                                   Layout::random(random, sample));
                 } else {
-                    const auto dither = static_cast<int>(f.number('d', arguments) + f.number('D', arguments));
-                    int32_t bytes = 0;
-                    MOX_CALL(libraries()[0], moxiReduceBitsGetBufferSize)
-                    (1, inputs.size[0], static_cast<int>(f.number('n', arguments)), dither, &bytes);
+                    Values values;
+                    values.dither =
+                        static_cast<int>(number(f, Value::dither, arguments) + number(f, Value::bitDither, arguments));
+                    values.noise = static_cast<int>(number(f, Value::noise, arguments));
+                    const int64_t bytes = f.bufferBytes(inputs.size[0], values);
                     if (!bytes && !inputs.buffer) break;
-                    buffer = place(others_, bytes, 1, Layout::random(random, 1));
+                    buffer = place(others_, static_cast<int>(bytes), 1, Layout::random(random, 1));
                 }
                 argument.pointer = buffer->rowStart(0);
                 break;
@@ -212,15 +218,15 @@ std::string Scene::strayWrites(bool anywhere) const {
     return "";
 }
 
-MoxStatus call(const Library& lib, const Form& form, std::span<const Argument> arguments) {
-    CallNote note{form.name, lib.name(), {}};
+MoxStatus call(const Library& lib, const Export& form, std::span<const Argument> arguments) {
+    CallNote note{form.name.c_str(), lib.name(), {}};
     for (size_t i = 0; i < arguments.size(); ++i)
         if (form.parameters[i].kind == Parameter::size) note.roi = arguments[i].size;
     const CallScope scope(note);
-    return form.call(lib.symbol(form.name), arguments);
+    return form.invoke(lib.symbol(form.name.c_str()), arguments);
 }
 
-bool sameResult(const Form& form, const std::vector<uint8_t>& a, const std::vector<uint8_t>& b) {
+bool sameResult(const Export& form, const std::vector<uint8_t>& a, const std::vector<uint8_t>& b) {
     if (a == b) return true;
     const auto equal = [&]<class T>(T) {
         for (size_t at = 0; at < a.size(); at += sizeof(T)) {
@@ -237,9 +243,9 @@ bool sameResult(const Form& form, const std::vector<uint8_t>& a, const std::vect
     return false;
 }
 
-std::string breach(const Form& form, Random& random) {
+std::string breach(const Export& form, Random& random) {
     std::vector<Fault> injected;
-    const std::vector<Fault> faults = form.faults();
+    const std::vector<Fault> faults = faultsOf(form);
     if (!faults.empty() && random.oneIn(4))
         for (int i = 0; i < 2; ++i) injected.push_back(faults[random.bits() % faults.size()]);
     const uint32_t control = random.oneOf({mxcsr::usual, mxcsr::usual, mxcsr::down, mxcsr::up,
@@ -257,13 +263,13 @@ std::string breach(const Form& form, Random& random) {
                 return describe(lastCall()) + ", " + roundingName(control) + ": " + what;
             };
             scene.restore();
-            for (const Fault& fault : injected) form.inject(fault, scene.arguments);
+            for (const Fault& fault : injected) inject(fault, scene.arguments);
             MoxStatus status = 0, expected = 0;
             {
                 const X87Scope x87Scope(x87);
                 underMxcsr(control, [&] {
                     status = call(lib, form, scene.arguments);
-                    expected = form.expected(scene.arguments);  // a difference of limits depends on the controls
+                    expected = expectedStatus(form, scene.arguments);  // a difference of limits depends on the controls
                 });
             }
             if (status != expected && !(status == moxStatusNoOperation && form.is("*ToneMap*")))

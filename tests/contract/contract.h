@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "contract/form.h"
+#include "contract/faults.h"
 #include "support/library.h"
 #include "support/plane.h"
 #include "support/random.h"
@@ -16,9 +16,9 @@ namespace moxtest {
 
 /// What a call is made of, but for where its planes lie: sizes, numbers and the planes' bytes.
 struct Inputs {
-    Inputs(const Form& form, Random& random);
+    Inputs(const catalogue::Export& form, Random& random);
 
-    const Form* form;
+    const catalogue::Export* form;
     std::vector<Argument> arguments;             // numbers and sizes
     MoxiSize size[2];                            // of the planes of each side
     int rowsAround = 0;                          // rows of the picture above and below the slice
@@ -32,7 +32,7 @@ class Scene {
   public:
     Scene(const Inputs& inputs, Random& random);
 
-    const Form& form() const { return *inputs_->form; }
+    const catalogue::Export& form() const { return *inputs_->form; }
     std::vector<Argument> arguments;
 
     /// Puts back the arguments, and what every plane held.
@@ -52,13 +52,13 @@ class Scene {
 };
 
 /// Calls the export of a file.
-MoxStatus call(const Library& lib, const Form& form, std::span<const Argument> arguments);
+MoxStatus call(const Library& lib, const catalogue::Export& form, std::span<const Argument> arguments);
 
 /// Whether two results of a form are equal, any NaN for any NaN.
-bool sameResult(const Form& form, const std::vector<uint8_t>& a, const std::vector<uint8_t>& b);
+bool sameResult(const catalogue::Export& form, const std::vector<uint8_t>& a, const std::vector<uint8_t>& b);
 
 /// What a call drawn from the random values does against the contract; empty if all is well.
-std::string breach(const Form& form, Random& random);
+std::string breach(const catalogue::Export& form, Random& random);
 
 }  // namespace moxtest
 

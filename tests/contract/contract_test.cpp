@@ -15,7 +15,7 @@ namespace {
 
 class Contract : public ::testing::TestWithParam<size_t> {
   protected:
-    static const Form& form() { return forms()[GetParam()]; }
+    static const Export& form() { return exports()[GetParam()]; }
 };
 
 TEST_P(Contract, HoldsForAnyCall) {
@@ -30,18 +30,18 @@ TEST_P(Contract, HoldsForAnyCall) {
 TEST_P(Contract, TestsArgumentsInOrder) {
     Random random(1);
     const Inputs inputs(form(), random);
-    const std::vector<Fault> faults = form().faults();
+    const std::vector<Fault> faults = faultsOf(form());
     Scene scene(inputs, random);
     for (const Library& lib : libraries()) {
         for (const Fault& a : faults) {
             for (const Fault& b : faults) {
                 scene.restore();
-                form().inject(a, scene.arguments);
-                form().inject(b, scene.arguments);
+                inject(a, scene.arguments);
+                inject(b, scene.arguments);
                 const MoxStatus status = call(lib, form(), scene.arguments);
-                ASSERT_EQ(status, form().expected(scene.arguments))
-                    << describe(lastCall()) << ": tests " << a.test << " of argument " << a.parameter << " and "
-                    << b.test << " of argument " << b.parameter;
+                ASSERT_EQ(status, expectedStatus(form(), scene.arguments))
+                    << describe(lastCall()) << ": tests " << char(a.test) << " of argument " << a.parameter << " and "
+                    << char(b.test) << " of argument " << b.parameter;
                 ASSERT_EQ(scene.strayWrites(status < 0), "") << describe(lastCall());
             }
         }
@@ -50,7 +50,7 @@ TEST_P(Contract, TestsArgumentsInOrder) {
 
 // Rows may lie on each other, unless steps are tested.
 TEST_P(Contract, TakesStepsOfZero) {
-    if (form().tested('T') || form().tested('U')) return;
+    if (form().tested(Check::steps) || form().tested(Check::rowLengths)) return;
     Random random(2);
     const Inputs inputs(form(), random);
     Scene scene(inputs, random);
@@ -66,8 +66,8 @@ TEST_P(Contract, TakesStepsOfZero) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, Contract, ::testing::Range(size_t(0), forms().size()),
-                         [](const auto& index) { return std::string(forms()[index.param].name); });
+INSTANTIATE_TEST_SUITE_P(, Contract, ::testing::Range(size_t(0), exports().size()),
+                         [](const auto& index) { return exports()[index.param].name; });
 
 // Each thread has its own destination; all call the same export at the same time.
 TEST(ContractOfAll, HoldsInEightThreadsAtOnce) {
@@ -76,7 +76,7 @@ TEST(ContractOfAll, HoldsInEightThreadsAtOnce) {
         std::barrier together(threads);
         std::atomic<int> different = 0;
         const auto run = [&] {
-            for (const Form& form : forms()) {
+            for (const Export& form : exports()) {
                 Random random(3);
                 const Inputs inputs(form, random);
                 Scene scene(inputs, random);

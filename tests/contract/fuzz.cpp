@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Random random({data, size});
-    const Form& form = forms()[random.bits() % forms().size()];
+    const Export& form = exports()[random.bits() % exports().size()];
     const std::string told = breach(form, random);
     if (told.empty() && !::testing::Test::HasFailure()) return 0;
     std::fprintf(stderr, "%s\n", told.c_str());

@@ -74,7 +74,7 @@ void plainBilinear(const Plane<T>& src, const Case& c, Plane<T>& want) {
 }
 
 template <class T, class Function>
-void expectBilinear(Export<Function> function) {
+void expectBilinear(Symbol<Function> function) {
     expectReconstruction<T>(
         2, 3,
         [&](const Library& lib, const Plane<T>& src, const Case& c, Plane<T>& dst) {

@@ -135,7 +135,7 @@ void plainVng(const Plane<T>& src, const Case& c, const float* scale, Plane<T>& 
 }
 
 template <class T, class Function>
-void expectVng(Export<Function> function, const float* scale) {
+void expectVng(Symbol<Function> function, const float* scale) {
     expectReconstruction<T>(
         5, 4,
         [&](const Library& lib, const Plane<T>& src, const Case& c, Plane<T>& dst) {

@@ -71,7 +71,7 @@ void expectGray(int channels, const W* weights, const Rule<T, W>& rule, const Ca
 
 // The default weights, the same weights given, null weights, and others: all must follow one rule.
 template <class T, class W, class Color>
-void expectColorToGray(int channels, const W* weights, const Rule<T, W>& rule, Export<Color> function, const W* given,
+void expectColorToGray(int channels, const W* weights, const Rule<T, W>& rule, Symbol<Color> function, const W* given,
                        uint32_t control = mxcsr::usual) {
     expectGray<T, W>(
         channels, weights, rule,
@@ -82,7 +82,7 @@ void expectColorToGray(int channels, const W* weights, const Rule<T, W>& rule, E
 }
 
 template <class T, class Gray>
-void expectRGBToGray(int channels, const Rule<T, Mox32f>& rule, Export<Gray> function,
+void expectRGBToGray(int channels, const Rule<T, Mox32f>& rule, Symbol<Gray> function,
                      uint32_t control = mxcsr::usual) {
     expectGray<T, Mox32f>(
         channels, luma, rule,
@@ -156,7 +156,7 @@ TEST(Gray, EightBitRulesDifferForAKnownNumberOfColours) {
 }
 
 template <class T, class C3, class C4>
-void expectSpread(Export<C3> toC3, Export<C4> toC4) {
+void expectSpread(Symbol<C3> toC3, Symbol<C4> toC4) {
     forEachSize([&](MoxiSize roi, Random& random) {
         Plane<T> src(roi.width, roi.height, 1, random);
         src.fill([&] { return random.anyBits<T>(); });

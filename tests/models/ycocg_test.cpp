@@ -62,7 +62,7 @@ struct Arithmetic {
 
 template <class S, class D, class... Args>
 void expectEncoding(int channels, Channels order, const Arithmetic& a,
-                    Export<MoxStatus(const S*, int32_t, D* const*, int32_t, MoxiSize)> function) {
+                    Symbol<MoxStatus(const S*, int32_t, D* const*, int32_t, MoxiSize)> function) {
     forEachSize([&](MoxiSize roi, Random& random) {
         Plane<S> src(roi.width, roi.height, channels, random);
         const Layout layout = Layout::random(random, 1);
@@ -87,7 +87,7 @@ void expectEncoding(int channels, Channels order, const Arithmetic& a,
 
 template <class S, class D, class... Alpha>
 void expectDecoding(Channels order, const Arithmetic& a,
-                    Export<MoxStatus(const S* const*, int32_t, D*, int32_t, MoxiSize, Alpha...)> function) {
+                    Symbol<MoxStatus(const S* const*, int32_t, D*, int32_t, MoxiSize, Alpha...)> function) {
     constexpr int channels = 3 + sizeof...(Alpha);
     forEachSize([&](MoxiSize roi, Random& random) {
         const Layout layout = Layout::random(random, 1);

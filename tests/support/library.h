@@ -10,9 +10,9 @@
 
 #include "moxcc/types.h"
 
-/// An exported function as a value: Export<its signature>{its name}. The prototype is the header's, the code the
+/// An exported function as a value: Symbol<its signature>{its name}. The prototype is the header's, the code the
 /// file's.
-#define MOX_EXPORT(function) (::moxtest::Export<decltype(function)>{#function})
+#define MOX_EXPORT(function) (::moxtest::Symbol<decltype(function)>{#function})
 
 /// The export of one library file, to be called: MOX_CALL(lib, moxiX)(src, srcStep, ...).
 #define MOX_CALL(lib, function) ((lib)(MOX_EXPORT(function)))
@@ -20,7 +20,7 @@
 namespace moxtest {
 
 template <class Signature>
-struct Export {
+struct Symbol {
     const char* name;
 };
 
@@ -85,7 +85,7 @@ class Library {
 
     /// Throws if the file does not export the function: the test fails.
     template <class Signature>
-    Function<Signature> operator()(Export<Signature> function) const {
+    Function<Signature> operator()(Symbol<Signature> function) const {
         return {function.name, name_, required(function.name)};
     }
 

@@ -14,10 +14,10 @@ namespace {
 /// The forms of one direction and sample type. Extra: the range of the 32f forms.
 template <class T, class... Extra>
 struct Forms {
-    using Packed = Export<MoxStatus(const T*, int32_t, T*, int32_t, MoxiSize, Extra...)>;
-    using InPlace = Export<MoxStatus(T*, int32_t, MoxiSize, Extra...)>;
-    using Planar = Export<MoxStatus(const T* const*, int32_t, T* const*, int32_t, MoxiSize, Extra...)>;
-    using InPlanes = Export<MoxStatus(T* const*, int32_t, MoxiSize, Extra...)>;
+    using Packed = Symbol<MoxStatus(const T*, int32_t, T*, int32_t, MoxiSize, Extra...)>;
+    using InPlace = Symbol<MoxStatus(T*, int32_t, MoxiSize, Extra...)>;
+    using Planar = Symbol<MoxStatus(const T* const*, int32_t, T* const*, int32_t, MoxiSize, Extra...)>;
+    using InPlanes = Symbol<MoxStatus(T* const*, int32_t, MoxiSize, Extra...)>;
     using Rule = T (*)(T, Extra...);
 
     Packed c3, ac4;

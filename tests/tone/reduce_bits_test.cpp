@@ -192,7 +192,7 @@ template <class S, class D>
 struct Form {
     using Source = S;
     using Result = D;
-    Export<MoxStatus(const S*, int32_t, D*, int32_t, MoxiSize, int32_t, MoxDitherType, int32_t, Mox8u*)> function;
+    Symbol<MoxStatus(const S*, int32_t, D*, int32_t, MoxiSize, int32_t, MoxDitherType, int32_t, Mox8u*)> function;
     int channels, colours;
     static constexpr int mostLevels = sizeof(D) == 1 ? 256 : 65536;
 };

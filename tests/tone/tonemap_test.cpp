@@ -69,7 +69,7 @@ Expected mean(const Plane<Mox32f>& src, MoxiSize roi) {
 }
 
 struct Form {
-    Export<decltype(moxiToneMapLinear_32f8u_C1R)> function;
+    Symbol<decltype(moxiToneMapLinear_32f8u_C1R)> function;
     Expected (*measure)(const Plane<Mox32f>&, MoxiSize);
     Mox8u (*map)(float, float);
 };

@@ -71,7 +71,7 @@ void expectSame(const Picture<T>& got, const Picture<T>& want) {
 
 /// Integer forms round to nearest in any mode, float forms follow the caller's.
 template <class T, class Out, class In>
-void expectTwist(int channels, bool planar, int mapped, Export<Out> outOfPlace, Export<In> inPlace,
+void expectTwist(int channels, bool planar, int mapped, Symbol<Out> outOfPlace, Symbol<In> inPlace,
                  bool hasInPlace = true) {
     for (const uint32_t control : mxcsr::roundings)
         for (const std::vector<Mox32f>& matrix : matrices)
