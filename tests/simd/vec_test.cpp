@@ -219,6 +219,17 @@ TEST(Arithmetic, OfFloatsRoundsAsTheControlWordSays) {
     }
 }
 
+#if defined(__aarch64__)
+// Runs of 4,096 mantissas have one reciprocal; what would be a denormal becomes zero, and denormals count as zeros.
+TEST(Reciprocal, IsThatOfOneMakersProcessors) {
+    const uint32_t bits[][2] = {{0x3F800000, 0x3F7FF000}, {0x3F800FFF, 0x3F7FF000}, {0x3F801000, 0x3F7FD000},
+                                {0x3F802000, 0x3F7FB000}, {0xC0000000, 0xBEFFF000}, {0x00000001, 0x7F800000},
+                                {0x80000000, 0xFF800000}, {0x7E7FFFFF, 0x00800800}, {0x7E800000, 0x00000000},
+                                {0xFF800000, 0x80000000}, {0x7F800001, 0x7FC00001}};
+    for (const auto& [x, y] : bits) EXPECT_EQ(valuesOf(as<I32>(rcp(as<F32>(splat<I32>(int32_t(x))))))[0], int32_t(y));
+}
+#endif
+
 TEST(Conversion, ToIntegersGivesTheLeastForWhatHasNoPlace) {
     const auto fits = [](double x) { return x >= -2147483648.0 && x < 2147483648.0; };
     const auto converted = [&](double rounded) { return fits(rounded) ? int32_t(rounded) : INT32_MIN; };
