@@ -22,8 +22,8 @@ inline __m128i truncate(__m128d v) {
     return vreinterpretq_s64_s32(vcombine_s32(vmovn_s64(whole), vdup_n_s32(0)));
 }
 
-/// The mantissas that RCPPS gives on one maker's processors, by the top 11 bits t of the operand's: of the reciprocal of
-/// the middle of the interval that t names, to the nearest multiple of 2^-13.
+/// The mantissas that RCPPS gives on one maker's processors, by the top 11 bits t of the operand's: of the reciprocal
+/// of the middle of the interval that t names, to the nearest multiple of 2^-13.
 inline constexpr auto reciprocals = [] {
     std::array<uint16_t, 2048> table{};
     for (uint32_t t = 0; t < table.size(); ++t) {

@@ -63,8 +63,8 @@ MOX_INLINE bool any(Vec<T> mask) {
         return topBits(mask) != 0;
 }
 
-// Comparisons give masks of all ones or all zeros. They are spelt as the language's, so that the compiler may keep masks
-// in registers of their own, where the processor has such. Those of floats are false for NaNs.
+// Comparisons give masks of all ones or all zeros. They are spelt as the language's, so that the compiler may keep
+// masks in registers of their own, where the processor has such. Those of floats are false for NaNs.
 
 template <class T>
 MOX_INLINE Vec<T> eq(Vec<T> a, Vec<T> b) {
@@ -96,8 +96,6 @@ MOX_BINARY(U8, subs, subs_epu8)
 MOX_BINARY(U8, avg, avg_epu8)
 MOX_BINARY(U8, min, min_epu8)
 MOX_BINARY(U8, max, max_epu8)
-MOX_BINARY(I8, operator+, add_epi8)
-MOX_BINARY(I8, operator-, sub_epi8)
 
 MOX_BINARY(U16, operator+, add_epi16)
 MOX_BINARY(U16, operator-, sub_epi16)

@@ -11,8 +11,8 @@ namespace q4 {
 
 #if defined(__aarch64__)
 
-// FPCR stands for MXCSR. It flushes denormals on both sides or on none; its sticky flags are in a register of their own,
-// which nothing here asks for; and no exception traps. There is no second unit.
+// FPCR stands for MXCSR. It flushes denormals on both sides or on none; its sticky flags are in a register of their
+// own, which nothing here asks for; and no exception traps. There is no second unit.
 inline constexpr uint32_t mxcsrRoundMask = 0x00C00000;  // 0 is to nearest
 inline constexpr uint32_t mxcsrFlushToZero = 0x01000000;
 inline constexpr uint32_t mxcsrDenormalsAreZero = mxcsrFlushToZero;

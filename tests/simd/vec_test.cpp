@@ -274,7 +274,7 @@ TEST(Masks, ChooseByTheTopBitsOfBytes) {
     }
 }
 
-// ---- bytes that move --------------------------------------------------------------------------------------------------
+// ---- bytes that move ------------------------------------------------------------------------------------------------
 
 constexpr int none = -1;
 
@@ -379,7 +379,7 @@ TEST(Order, IsThatOfTheLane) {
     for (int i = 0; i < F32::count; ++i) EXPECT_EQ(valuesOf(pushed)[i], i == 0 ? -7 : i - 1);
 }
 
-/// An operation on one vector or two takes elements from(l, e) of them in a row to element e of lane l, by a plain rule.
+/// An operation on one vector or two takes element from(l, e) of them in a row to element e of lane l, by a rule.
 template <class V, class Operation, class Plain>
 void resizes(const char* name, const Operation& operation, const std::function<int(int, int)>& from,
              const Plain& plain) {
@@ -464,7 +464,7 @@ TEST(Arithmetic, OfPairsStaysInTheLane) {
     }
 }
 
-// ---- memory -----------------------------------------------------------------------------------------------------------
+// ---- memory ---------------------------------------------------------------------------------------------------------
 
 /// Bytes of memory, none twice in a row, and what is left alone.
 struct Memory {
@@ -565,7 +565,7 @@ TEST(Memory, OfTablesIsReadAtEachIndex) {
     }
 }
 
-// ---- interleaved pixels -----------------------------------------------------------------------------------------------
+// ---- interleaved pixels ---------------------------------------------------------------------------------------------
 
 /// Element i of a lane's C registers in a row is element i / C of channel i % C, both ways.
 template <class T, int C>
