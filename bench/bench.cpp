@@ -67,8 +67,10 @@ struct LibraryFile {
 };
 
 std::vector<LibraryFile> openLibraries() {
-    std::vector<LibraryFile> files{{"SSE4.2", MOXCC_FILE_SSE42, nullptr}, {"AVX2", MOXCC_FILE_AVX2, nullptr}};
-    if (!__builtin_cpu_supports("avx2")) files.pop_back();
+    std::vector<LibraryFile> files{{"SSE4.2", MOXCC_FILE_SSE42, nullptr}};
+    if (__builtin_cpu_supports("avx2")) files.push_back({"AVX2", MOXCC_FILE_AVX2, nullptr});
+    if (__builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl"))
+        files.push_back({"AVX-512", MOXCC_FILE_AVX512, nullptr});
     for (LibraryFile& file : files) {
         file.handle = dlopen(file.path, RTLD_NOW | RTLD_LOCAL);
         if (!file.handle) {

@@ -96,8 +96,6 @@ MOX_BINARY(U8, subs, subs_epu8)
 MOX_BINARY(U8, avg, avg_epu8)
 MOX_BINARY(U8, min, min_epu8)
 MOX_BINARY(U8, max, max_epu8)
-MOX_BINARY(I8, operator+, add_epi8)
-MOX_BINARY(I8, operator-, sub_epi8)
 
 MOX_BINARY(U16, operator+, add_epi16)
 MOX_BINARY(U16, operator-, sub_epi16)

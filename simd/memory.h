@@ -72,8 +72,7 @@ template <int laneBytes = 4, class T>
 MOX_INLINE void storeQuarter(void* p, Vec<T> v) {
     eachLane(v, [p](int lane, __m128i r) { store32(static_cast<uint8_t*>(p) + lane * laneBytes, r); });
 }
-/// The low halves of the lanes of a and of b, whose groups of two bytes deal() dealt to the lanes, in their order
-/// again.
+/// The low halves of the lanes of a and of b, whose groups of two bytes were dealt to the lanes, in their order again.
 template <class T>
 MOX_INLINE void storeHalvesDealt(void* toA, void* toB, Vec<T> a, Vec<T> b) {
     width::storeHalvesDealt(toA, toB, as<I32>(a).r, as<I32>(b).r);

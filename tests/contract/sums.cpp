@@ -51,8 +51,7 @@ int main(int argc, char** argv) {
         Sum sum;
         for (unsigned seed = 0; seed < calls; ++seed) {
             Random random(seed);
-            // FPCR flushes denormals on both sides of an operation or on none, and has no state of its own for one
-            // side.
+            // FPCR flushes denormals on both sides of an operation or on none.
             const uint32_t control = random.oneOf({mxcsr::usual, mxcsr::down, mxcsr::up, mxcsr::towardZero,
                                                    mxcsr::usual | mxcsr::flushToZero | mxcsr::denormalsAreZero});
             const Inputs inputs(form, random);

@@ -219,6 +219,17 @@ TEST(Arithmetic, OfFloatsRoundsAsTheControlWordSays) {
     }
 }
 
+#if defined(__aarch64__)
+// Runs of 4,096 mantissas have one reciprocal; what would be a denormal becomes zero, and denormals count as zeros.
+TEST(Reciprocal, IsThatOfOneMakersProcessors) {
+    const uint32_t bits[][2] = {{0x3F800000, 0x3F7FF000}, {0x3F800FFF, 0x3F7FF000}, {0x3F801000, 0x3F7FD000},
+                                {0x3F802000, 0x3F7FB000}, {0xC0000000, 0xBEFFF000}, {0x00000001, 0x7F800000},
+                                {0x80000000, 0xFF800000}, {0x7E7FFFFF, 0x00800800}, {0x7E800000, 0x00000000},
+                                {0xFF800000, 0x80000000}, {0x7F800001, 0x7FC00001}};
+    for (const auto& [x, y] : bits) EXPECT_EQ(valuesOf(as<I32>(rcp(as<F32>(splat<I32>(int32_t(x))))))[0], int32_t(y));
+}
+#endif
+
 TEST(Conversion, ToIntegersGivesTheLeastForWhatHasNoPlace) {
     const auto fits = [](double x) { return x >= -2147483648.0 && x < 2147483648.0; };
     const auto converted = [&](double rounded) { return fits(rounded) ? int32_t(rounded) : INT32_MIN; };
@@ -263,8 +274,7 @@ TEST(Masks, ChooseByTheTopBitsOfBytes) {
     }
 }
 
-// ---- bytes that move
-// --------------------------------------------------------------------------------------------------
+// ---- bytes that move ------------------------------------------------------------------------------------------------
 
 constexpr int none = -1;
 
@@ -369,8 +379,7 @@ TEST(Order, IsThatOfTheLane) {
     for (int i = 0; i < F32::count; ++i) EXPECT_EQ(valuesOf(pushed)[i], i == 0 ? -7 : i - 1);
 }
 
-/// An operation on one vector or two takes elements from(l, e) of them in a row to element e of lane l, by a plain
-/// rule.
+/// An operation on one vector or two takes element from(l, e) of them in a row to element e of lane l, by a rule.
 template <class V, class Operation, class Plain>
 void resizes(const char* name, const Operation& operation, const std::function<int(int, int)>& from,
              const Plain& plain) {
@@ -455,8 +464,7 @@ TEST(Arithmetic, OfPairsStaysInTheLane) {
     }
 }
 
-// ---- memory
-// -----------------------------------------------------------------------------------------------------------
+// ---- memory ---------------------------------------------------------------------------------------------------------
 
 /// Bytes of memory, none twice in a row, and what is left alone.
 struct Memory {
@@ -557,8 +565,7 @@ TEST(Memory, OfTablesIsReadAtEachIndex) {
     }
 }
 
-// ---- interleaved pixels
-// -----------------------------------------------------------------------------------------------
+// ---- interleaved pixels ---------------------------------------------------------------------------------------------
 
 /// Element i of a lane's C registers in a row is element i / C of channel i % C, both ways.
 template <class T, int C>
