@@ -267,7 +267,10 @@ Parameter parameterOf() {
                 .floating = std::is_floating_point_v<Sample>,
                 .isSigned = std::is_signed_v<Sample>};
     } else {
-        return {.kind = Parameter::number, .bytes = sizeof(T), .floating = std::is_floating_point_v<T>};
+        return {.kind = Parameter::number,
+                .bytes = sizeof(T),
+                .floating = std::is_floating_point_v<T>,
+                .isSigned = std::is_signed_v<T>};
     }
 }
 
@@ -470,8 +473,10 @@ void derive(Export& e) {
 std::vector<Export> makeExports() {
     std::vector<Export> all;
 #define MOX_EXPORTED(name, ...) add<decltype(name)>(all, #name, reinterpret_cast<void*>(&name), __VA_ARGS__);
+#define MOX_CONSTANT(...)
 #include "exports.inc"
 #undef MOX_EXPORTED
+#undef MOX_CONSTANT
     for (Export& e : all) derive(e);
     std::ranges::sort(all, {}, &Export::name);
     return all;
@@ -492,12 +497,27 @@ const Export* find(std::string_view name) {
 
 const ValueKind& valueKind(Value value) { return *std::ranges::find(valueKinds, value, &ValueKind::value); }
 
+std::span<const Constant> constants() {
+    static constexpr Constant all[] = {
+#define MOX_EXPORTED(...)
+#define MOX_CONSTANT(name, documentation) {#name, name, documentation},
+#include "exports.inc"
+#undef MOX_EXPORTED
+#undef MOX_CONSTANT
+    };
+    return all;
+}
+
 std::span<const BandRule> bandRules() { return bands; }
 std::span<const Format> formats() { return formatTable; }
 
 // ---- what an export is ----------------------------------------------------------------------------------------------
 
 bool Export::is(const char* pattern) const { return fnmatch(pattern, name.c_str(), FNM_EXTMATCH) == 0; }
+
+bool Export::mayOverwriteSource() const {
+    return is("*@(GammaFwd|GammaInv|ReduceBits)_*") && sides[0].depth == sides[1].depth;
+}
 
 const Parameter* Export::parameter(Parameter::Role role, int side) const {
     for (const Parameter& p : parameters)

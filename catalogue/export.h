@@ -157,6 +157,8 @@ struct Export {
     const Parameter* parameter(Value value) const;
     /// Whether it has no source of its own.
     bool inPlace() const { return converts() && sides[0].planes.empty(); }
+    /// Whether its destination may be its source, row for row, though it takes both.
+    bool mayOverwriteSource() const;
     /// Whether it reads a region of a larger source: the Bayer reconstructions.
     bool takesRegion() const { return parameter(Parameter::roi); }
     /// All but the version and the buffer's size.
@@ -185,6 +187,14 @@ struct Export {
 const std::vector<Export>& exports();
 /// Null if there is none of this name; "moxi" may be missing.
 const Export* find(std::string_view name);
+
+/// A constant of the headers: a status, a grid, a dither ...
+struct Constant {
+    const char* name;  // "moxStatusOddSize"
+    int value;
+    const char* documentation;
+};
+std::span<const Constant> constants();
 
 // ---- pages ----------------------------------------------------------------------------------------------------------
 
