@@ -437,7 +437,7 @@ void derive(Export& e) {
     const std::vector<std::string> depths = depthsOf(whole);
     e.operation = whole.substr(4, depths.empty() ? whole.npos : whole.find("_" + depths[0]) - 4);
     const std::string_view models = whole.substr(0, whole.find('_'));
-    const auto rule = std::ranges::find_if(held, [&](const auto& row) { return e.is(row.names); });
+    const auto holding = std::ranges::find_if(held, [&](const auto& row) { return e.is(row.names); });
     for (const int i : {0, 1}) {
         const auto p = std::ranges::find_if(e.parameters, [&](const Parameter& q) {
             return q.side == i && (q.role == Parameter::image || q.role == Parameter::images);
@@ -449,8 +449,8 @@ void derive(Export& e) {
         side.depth = depths[size_t(i)];
         side.cell = cells[i];
         side.planes = shapesOf(layouts[size_t(i)], cells[i], p->bytes, !incomplete);
-        if (rule != std::end(held))
-            side.holds = rule->holds[i];
+        if (holding != std::end(held))
+            side.holds = holding->holds[i];
         else
             side.holds = to > models.size() ? models.substr(4)
                          : i == 0           ? models.substr(4, to - 4)
@@ -467,6 +467,8 @@ void derive(Export& e) {
     e.weights = e.is("*Twist*C4R") && !e.is("*AC4*") ? 16 : e.is("*Twist*") ? 12 : 3;
     e.needsWeights = e.tested(Check::weights) || e.is("*64f_AC4*");
     e.dependsOnAddresses = std::ranges::any_of(addressDependent, [&](const char* names) { return e.is(names); });
+    e.mayOverwriteSource = e.is("*@(GammaFwd|GammaInv|ReduceBits)_*") && e.sides[0].depth == e.sides[1].depth;
+    e.bands = &*std::ranges::find_if(bands, [&](const BandRule& rule) { return e.is(rule.names); });
     e.mostLevels = e.is("*8u_*") ? 256 : 65536;
 }
 
@@ -515,10 +517,6 @@ std::span<const Format> formats() { return formatTable; }
 
 bool Export::is(const char* pattern) const { return fnmatch(pattern, name.c_str(), FNM_EXTMATCH) == 0; }
 
-bool Export::mayOverwriteSource() const {
-    return is("*@(GammaFwd|GammaInv|ReduceBits)_*") && sides[0].depth == sides[1].depth;
-}
-
 const Parameter* Export::parameter(Parameter::Role role, int side) const {
     for (const Parameter& p : parameters)
         if (p.role == role && (side < 0 || p.side == side)) return &p;
@@ -533,7 +531,7 @@ const Parameter* Export::parameter(Value value) const {
 
 int Export::rowBytes(int side, size_t plane, int width, int firstBit) const {
     const PlaneShape& shape = sides[side].planes[plane];
-    if (side == 0 && is("*v210*")) {  // words of three samples; the last ones only as far as they are looked at
+    if (side == 0 && countsSamples()) {  // words of three samples; the last ones only as far as they are looked at
         constexpr int partial[2][6] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
         return width / 6 * 16 + 4 * partial[!is("*Gray*")][width % 6];
     }
@@ -549,7 +547,7 @@ int Export::rows(int side, size_t plane, int height) const {
 }
 
 int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
-    if (is("*AHD*")) return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
+    if (operation == "DemosaicAHD") return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
     if (!parameter(Parameter::buffer) || !converts()) return 0;
     int32_t bytes = 0;
     moxiReduceBitsGetBufferSize(1, size, values.noise, values.dither, &bytes);
@@ -558,7 +556,7 @@ int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
 
 Cuts Export::cuts(MoxiSize size, const Values& values) const {
     Cuts result = {.least = std::max(least.height, 1)};
-    result.unit = std::ranges::find_if(bands, [&](const BandRule& rule) { return is(rule.names); })->unit;
+    result.unit = bands->unit;
     if (result.unit != byCall) return result;
     result.unit = 1;
     if (is("*_VNG_*")) {

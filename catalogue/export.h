@@ -131,6 +131,7 @@ struct Cuts {
 // ---- exports --------------------------------------------------------------------------------------------------------
 
 struct Values;
+struct BandRule;
 
 struct Export {
     std::string name;           // "moxiRGBToGray_8u_C3C1R"
@@ -149,6 +150,8 @@ struct Export {
     bool needsWeights = false;
     int mostLevels = 0;
     bool dependsOnAddresses = false;
+    bool mayOverwriteSource = false;  // the destination may be the source, row for row, though it takes both
+    const BandRule* bands = nullptr;
 
     /// Whether the name fits a shell pattern.
     bool is(const char* pattern) const;
@@ -157,8 +160,6 @@ struct Export {
     const Parameter* parameter(Value value) const;
     /// Whether it has no source of its own.
     bool inPlace() const { return converts() && sides[0].planes.empty(); }
-    /// Whether its destination may be its source, row for row, though it takes both.
-    bool mayOverwriteSource() const;
     /// Whether it reads a region of a larger source: the Bayer reconstructions.
     bool takesRegion() const { return parameter(Parameter::roi); }
     /// All but the version and the buffer's size.

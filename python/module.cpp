@@ -42,12 +42,6 @@ std::string prototypeOf(const catalogue::Export& e) {
     return "MoxStatus " + e.name + "(" + text + ")";
 }
 
-py::tuple bandsOf(const catalogue::Export& e) {
-    for (const catalogue::BandRule& rule : catalogue::bandRules())
-        if (e.is(rule.names)) return py::make_tuple(rule.beginAt, rule.because);
-    return py::make_tuple("not split", "");
-}
-
 py::dict version() {
     const MoxLibraryVersion& v = *moxccGetLibVersion();
     return py::dict("major"_a = v.major, "minor"_a = v.minor, "revision"_a = v.revision, "build"_a = v.build,
@@ -112,7 +106,7 @@ PYBIND11_MODULE(_moxcc, m) {
         .def_property_readonly("weights", [](const Form& f) {
             return f.e->parameter(catalogue::Parameter::weights) ? f.e->weights : 0;
         })
-        .def_property_readonly("bands", [](const Form& f) { return bandsOf(*f.e); },
+        .def_property_readonly("bands", [](const Form& f) { return py::make_tuple(f.e->bands->beginAt, f.e->bands->because); },
                                "Rows where bands may begin, and why.");
 
     m.def("version", &version);

@@ -166,18 +166,13 @@ std::string listOf(const std::vector<const Form*>& forms) {
     return text;
 }
 
-/// Keeps what fits. If nothing does, throws with the list of what there was.
-template <class Exception, class Fits>
-void keep(std::vector<const Form*>& forms, const std::string& what, Fits fits) {
-    if (std::ranges::none_of(forms, fits)) throw Exception(what + listOf(forms));
-    std::erase_if(forms, [&](const Form* form) { return !fits(form); });
-}
-
-/// The same, but keeps all where nothing fits.
+/// Keeps what fits; all, if nothing does. Tells whether something did.
 template <class Fits>
-void prefer(std::vector<const Form*>& forms, Fits fits) {
-    if (forms.size() > 1 && std::ranges::any_of(forms, fits))
-        std::erase_if(forms, [&](const Form* form) { return !fits(form); });
+bool keep(std::vector<const Form*>& forms, Fits fits) {
+    const auto end = std::stable_partition(forms.begin(), forms.end(), fits);
+    if (end == forms.begin()) return false;
+    forms.erase(end, forms.end());
+    return true;
 }
 
 std::string keywordsIn(uint32_t set) {
@@ -189,46 +184,34 @@ std::string keywordsIn(uint32_t set) {
 
 const Form& choose(const Operation& operation, const Request& r) {
     std::vector<const Form*> forms = operation.forms;
-    const auto fitsSource = [&](const Form* f) { return r.src.fit(f->patterns[0]); };
-    const auto hasType = [&](const Form* f) {
-        return !r.src.planes.empty() && !f->patterns[0].empty() && r.src.planes[0].native &&
-               r.src.planes[0].sample == f->patterns[0][0].sample;
-    };
-    if (std::ranges::none_of(forms, fitsSource)) {
+    if (!keep(forms, [&](const Form* f) { return r.src.fit(f->patterns[0]); })) {
         const std::string what = "src: " + r.src.describe() + " does not fit " + operation.name + "(), which takes";
-        if (std::ranges::none_of(forms, hasType)) throw py::type_error(what + listOf(forms));
-        keep<py::value_error>(forms, what, hasType);
-        throw py::value_error(what + listOf(forms));
+        const bool typeFits = keep(forms, [&](const Form* f) {
+            return !r.src.planes.empty() && r.src.planes[0].native && r.src.planes[0].sample == f->patterns[0][0].sample;
+        });
+        if (typeFits) throw py::value_error(what + listOf(forms));
+        throw py::type_error(what + listOf(forms));
     }
-    keep<py::value_error>(forms, "", fitsSource);
-    if (!r.layout.empty())
-        keep<py::value_error>(forms, "layout: " + r.layout + " is none of", [&](const Form* f) {
+    if (!r.layout.empty() && !keep(forms, [&](const Form* f) {
             return r.layout == f->e->sides[1].layout || r.layout == f->layouts;
-        });
-    if (r.dtype.kind)
-        keep<py::type_error>(forms, "dtype: " + r.dtype.name() + " is given by none of",
-                             [&](const Form* f) { return r.dtype == f->patterns[1][0].sample; });
-    if (r.hasOut)
-        keep<py::value_error>(forms, "out: " + r.out.describe() + " does not fit", [&](const Form* f) {
-            return r.out.fit(f->patterns[1]);
-        });
+        }))
+        throw py::value_error("layout: " + r.layout + " is none of" + listOf(forms));
+    if (r.dtype.kind && !keep(forms, [&](const Form* f) { return r.dtype == f->patterns[1][0].sample; }))
+        throw py::type_error("dtype: " + r.dtype.name() + " is given by none of" + listOf(forms));
+    if (r.hasOut && !keep(forms, [&](const Form* f) { return r.out.fit(f->patterns[1]); }))
+        throw py::value_error("out: " + r.out.describe() + " does not fit" + listOf(forms));
     if (operation.forms.size() > 1) {
         const bool same = r.hasOut && r.out.sameAs(r.src);
-        prefer(forms, [&](const Form* f) { return f->e->inPlace() == same; });
-        if (!same)
-            keep<py::value_error>(forms, "out: expected one for", [](const Form* f) { return !f->e->inPlace(); });
+        keep(forms, [&](const Form* f) { return f->e->inPlace() == same; });
     }
-    const std::vector<const Form*> before = forms;
-    std::erase_if(forms, [&](const Form* f) { return (f->needs & ~r.given) || (r.given & ~f->takes); });
-    if (forms.empty()) {
-        const Form& first = *before[0];
-        const uint32_t missing = first.needs & ~r.given, surplus = r.given & ~first.takes;
+    if (!keep(forms, [&](const Form* f) { return !(f->needs & ~r.given) && !(r.given & ~f->takes); })) {
+        const uint32_t missing = forms[0]->needs & ~r.given, surplus = r.given & ~forms[0]->takes;
         throw py::type_error(operation.name + "() " +
                              (missing ? "needs " + keywordsIn(missing) : "does not take " + keywordsIn(surplus)) +
-                             " here" + listOf(before));
+                             " here" + listOf(forms));
     }
-    prefer(forms, [](const Form* f) { return !f->e->takesNoSteps(1); });
-    prefer(forms, [](const Form* f) { return !f->e->name.ends_with("_L"); });
+    if (forms.size() > 1) keep(forms, [](const Form* f) { return !f->e->takesNoSteps(1); });
+    if (forms.size() > 1) keep(forms, [](const Form* f) { return !f->e->name.ends_with("_L"); });
     if (forms.size() > 1)
         throw py::value_error(operation.name + "(): layout=, dtype=, out= or another keyword must tell which of" +
                               listOf(forms));
@@ -362,7 +345,7 @@ py::object Operation::operator()(py::handle src, py::handle out, const py::dict&
     } else {
         from = pictureIn(r.src, e, 0, whole, 0);
         if (r.hasOut)
-            refuseOverlap(r.out, r.src, e.mayOverwriteSource());
+            refuseOverlap(r.out, r.src, e.mayOverwriteSource);
         else
             made = allocate(e, form.patterns[1], size, r.values.firstBit);
         to = pictureIn(r.hasOut ? r.out : made, e, 1, size, r.values.firstBit);
@@ -398,7 +381,10 @@ std::vector<std::tuple<std::string, std::string, bool>> Operation::keywords() co
 }
 
 std::string Operation::documentation() const {
-    std::string text = forms[0]->e->documentation + "\n";
+    std::string text = forms.size() == 1 ? forms[0]->e->documentation
+                                         : "Calls the one of " + std::to_string(forms.size()) +
+                                               " exports that the arrays and keywords fit.";
+    text += "\n";
     for (const auto& [keyword, annotation, needed] : keywords()) {
         text += "\n" + keyword + ": ";
         for (const Keyword& k : keywordTable)

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""stubs.py <file>: writes the package's type stubs, from the signatures that its functions have."""
+"""python_stubs.py <file>: writes the package's type stubs, from the signatures that its functions have."""
 
 import inspect
 import sys
