@@ -139,8 +139,8 @@ Extent extentOf(const Export& e, int side, size_t plane, MoxiSize size, int firs
 
 Picture pictureIn(const Arrays& arrays, const Export& e, int side, MoxiSize size, int firstBit) {
     Picture picture = {.size = size};
-    const bool together = !e.parameter(catalogue::Parameter::steps, side) && arrays.planes.size() > 1 &&
-                          !e.parameter(catalogue::Parameter::image, side);
+    const catalogue::Parameter* step = e.parameter(catalogue::Parameter::step, side);
+    const bool together = step && step->plane < 0;
     bool shared = false;  // whether a plane has decided the step of all
     for (size_t i = 0; i < arrays.planes.size(); ++i) {
         const Arrays::Array& a = arrays.planes[i];
@@ -160,27 +160,27 @@ Picture pictureIn(const Arrays& arrays, const Export& e, int side, MoxiSize size
             if (a.shape[d] > 1 && a.strides[d] != packed)
                 refuse("samples of a row must lie one after another, as numpy.ascontiguousarray() lays them; this is a "
                        "reversed, transposed or strided view");
-        py::ssize_t step = a.strides[0];
+        py::ssize_t distance = a.strides[0];
         const auto rowBytes = py::ssize_t(columns) * shape.bytes;
-        if (rows <= 1) step = i > 0 && together ? picture.planes[0].step : rowBytes;
-        if (step != int32_t(step)) refuse("rows lie more than 2 GiB apart");
-        if (reinterpret_cast<uintptr_t>(a.data) % size_t(a.sample.bytes) || step % a.sample.bytes)
+        if (rows <= 1) distance = i > 0 && together ? picture.planes[0].step : rowBytes;
+        if (distance != int32_t(distance)) refuse("rows lie more than 2 GiB apart");
+        if (reinterpret_cast<uintptr_t>(a.data) % size_t(a.sample.bytes) || distance % a.sample.bytes)
             refuse("samples are not aligned; copy() aligns them");
         if (rows > 1) {
-            if (step <= 0 && (e.tested(catalogue::Check::steps) || e.countsSamples()))
+            if (distance <= 0 && (e.tested(catalogue::Check::steps) || e.countsSamples()))
                 refuse("rows must lead downwards in memory: " + e.name + " takes steps above 0 only");
-            if (e.takesNoSteps(side) && step != e.rowBytes(side, i, size.width))
+            if (e.takesNoSteps(side) && distance != e.rowBytes(side, i, size.width))
                 refuse("rows must lie without gaps: " + e.name + " takes no steps");
-            if (together && shared && step != picture.planes[0].step)
+            if (together && shared && distance != picture.planes[0].step)
                 refuse("must have the row step of the other planes: " + e.name + " takes one step for all");
-            if (side == 1 && std::abs(step) < rowBytes) refuse("rows lie over each other");
+            if (side == 1 && std::abs(distance) < rowBytes) refuse("rows lie over each other");
             if (together && !shared) {
-                for (catalogue::Plane& before : picture.planes) before.step = int32_t(step);
+                for (catalogue::Plane& before : picture.planes) before.step = int32_t(distance);
                 shared = true;
             }
         }
         if (side == 1 && !a.writeable) refuse("is read-only");
-        picture.planes[i] = {a.data, int32_t(step)};
+        picture.planes[i] = {a.data, int32_t(distance)};
     }
     return picture;
 }
