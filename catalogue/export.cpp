@@ -563,7 +563,8 @@ Cuts Export::cuts(MoxiSize size, const Values& values) const {
         result.least = 3;
     } else if (is("*DemosaicAHD*")) {
         result.least = 1, result.unit = 2;
-        result.phase = values.grid == moxBayerGridRGGB || values.grid == moxBayerGridGRBG ? 0 : 1;
+        const int redRow = values.grid == moxBayerGridRGGB || values.grid == moxBayerGridGRBG ? 0 : 1;
+        result.phase = (redRow + values.region.y) % 2;
     } else if (is("*ReduceBits*")) {
         const bool bayer = values.dither == moxDitherBayer && !is("*8u1u*");
         result.unit = values.dither == moxDitherNone ? 1 : !bayer ? notSplit : values.noise > 0 ? 512 : 4;

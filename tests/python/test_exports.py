@@ -33,8 +33,7 @@ class Planes:
         own_steps = re.search({"src": "src", "out": "dst"}[side] + r"\w*(Steps|CbCrStep)", export.prototype)
         dtype = np.dtype(SAMPLES[(getattr(export, side) or export.out)["depth"]])
         self.memory, self.arrays = [], []
-        for i, (h, w, *c) in enumerate(export.shapes(side, width, height)):
-            w += (first_bit + 7) // 8
+        for i, (h, w, *c) in enumerate(export.shapes(side, width + first_bit, height)):
             samples = w * (c[0] if c else 1)
             gap = 0 if "Step" not in export.prototype else 5 + 3 * i if own_steps else 5
             memory = random.random((h, samples + gap)) if dtype.kind == "f" else random.integers(0, 256, (h, samples + gap, dtype.itemsize), "u1")
