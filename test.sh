@@ -1,6 +1,6 @@
 #!/bin/bash
 # ./test.sh
-# Installs what is missing, builds, and runs all tests on both library files: optimised, and again under the address and
+# Installs what is missing, builds, and runs all tests on each library file: optimised, and again under the address and
 # undefined-behaviour sanitizers. The last line sums both runs up.
 set -euo pipefail
 cd "$(dirname "$0")"

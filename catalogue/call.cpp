@@ -38,7 +38,7 @@ struct Arguments {
                     break;
                 case Parameter::step:
                     argument.number = p.side == 2 ? values.bufferStep : steps[p.side][std::max(p.plane, 0)];
-                    if (e.countsSamples()) argument.number = steps[p.side][0] / p.bytes;
+                    if (e.steps == StepUnit::samples) argument.number = steps[p.side][0] / p.bytes;
                     break;
                 case Parameter::region:
                     argument.size = dst.size;

@@ -104,6 +104,20 @@ constexpr struct {
     {"*422_Filter_8u_*P3R", {2, 8}, false},
 };
 
+// What steps count, where that is not bytes.
+constexpr struct {
+    const char* names;
+    StepUnit unit;
+} stepUnits[] = {
+    {"moxi@(RGBToGray|ColorToGray)_@(16|32)*", StepUnit::roundedDown},
+    {"*@(HLS|HSV|XYZ|YCC)*_@(16|32)*", StepUnit::roundedDown},
+    {"*LUV*_16*", StepUnit::roundedDown},
+    {"moxiLUVToRGB_32f_AC4R", StepUnit::roundedDown},
+    {"moxiCFAToRGB_16u*", StepUnit::roundedDown},
+    {"*@(VNG|AHD|ReduceBits|ToneMap)*", StepUnit::wholeSamples},
+    {"*v210*", StepUnit::samples},
+};
+
 // Whose results depend on where the planes lie.
 constexpr const char* addressDependent[] = {
     "moxiColorToGray_64f_*",     // pairs of columns start at an address on 16, and add in two orders
@@ -466,6 +480,8 @@ void derive(Export& e) {
     }
     e.weights = e.is("*Twist*C4R") && !e.is("*AC4*") ? 16 : e.is("*Twist*") ? 12 : 3;
     e.needsWeights = e.tested(Check::weights) || e.is("*64f_AC4*");
+    for (const auto& row : stepUnits)
+        if (e.is(row.names)) e.steps = row.unit;
     e.dependsOnAddresses = std::ranges::any_of(addressDependent, [&](const char* names) { return e.is(names); });
     e.mayOverwriteSource = e.is("*@(GammaFwd|GammaInv|ReduceBits)_*") && e.sides[0].depth == e.sides[1].depth;
     e.bands = &*std::ranges::find_if(bands, [&](const BandRule& rule) { return e.is(rule.names); });
@@ -474,7 +490,12 @@ void derive(Export& e) {
 
 std::vector<Export> makeExports() {
     std::vector<Export> all;
-#define MOX_EXPORTED(name, ...) add<decltype(name)>(all, #name, reinterpret_cast<void*>(&name), __VA_ARGS__);
+#ifdef MOXCC_TABLE_ONLY  // for programs that call nothing, and are built before the library
+#define MOX_ADDRESS(name) nullptr
+#else
+#define MOX_ADDRESS(name) reinterpret_cast<void*>(&name)
+#endif
+#define MOX_EXPORTED(name, ...) add<decltype(name)>(all, #name, MOX_ADDRESS(name), __VA_ARGS__);
 #define MOX_CONSTANT(...)
 #include "exports.inc"
 #undef MOX_EXPORTED
@@ -550,7 +571,9 @@ int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
     if (operation == "DemosaicAHD") return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
     if (!parameter(Parameter::buffer) || !converts()) return 0;
     int32_t bytes = 0;
-    moxiReduceBitsGetBufferSize(1, size, values.noise, values.dither, &bytes);
+    const auto tell =
+        reinterpret_cast<decltype(&moxiReduceBitsGetBufferSize)>(find("moxiReduceBitsGetBufferSize")->function);
+    tell(1, size, values.noise, values.dither, &bytes);
     return bytes;
 }
 

@@ -118,9 +118,10 @@ struct Side {
 
     /// Interleaved samples a pixel, where there is one plane.
     int channels() const { return planes.empty() ? 0 : planes[0].bytes / sampleBytes; }
-    /// The fourth channel of each pixel is neither read nor written.
-    bool keepsFourth() const { return layout.starts_with("A"); }
 };
+
+/// What steps may be: any number of bytes; any, of which whole samples count; whole samples; or numbers of samples.
+enum class StepUnit { bytes, roundedDown, wholeSamples, samples };
 
 /// Where bands may begin: at rows phase, phase + unit, phase + 2 * unit ... of the picture; and how high one must be.
 struct Cuts {
@@ -149,6 +150,7 @@ struct Export {
     int weights = 0;         // how many, if it takes any
     bool needsWeights = false;
     int mostLevels = 0;
+    StepUnit steps = StepUnit::bytes;
     bool dependsOnAddresses = false;
     bool mayOverwriteSource = false;  // the destination may be the source, row for row, though it takes both
     const BandRule* bands = nullptr;
@@ -168,8 +170,6 @@ struct Export {
     bool takesNoSteps(int side) const {
         return !parameter(Parameter::step, side) && !parameter(Parameter::steps, side);
     }
-    /// Its steps count words of the source and samples of the destination, not bytes.
-    bool countsSamples() const { return tested(Check::rowLengths); }
 
     /// The bytes of a plane's row that a call may touch, and the plane's rows.
     int rowBytes(int side, size_t plane, int width, int firstBit = 0) const;

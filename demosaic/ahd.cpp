@@ -276,10 +276,10 @@ class AhdTile {
         bool verticalBefore = carry;
         for (ptrdiff_t x = margin; x < end; x += vectorBytes) {
             const U8 sum = load<U8>(choice.at + x);
-            const uint32_t undecided = topBits(eq(sum, zero<U8>())), negative = topBits(sum);
+            const ByteBits undecided = topBits(eq(sum, zero<U8>())), negative = topBits(sum);
             // Adding a run's first bit clears the run, if a vertical choice stands before it.
-            const uint32_t runs = (negative << 1 | uint32_t(verticalBefore)) & undecided;
-            const uint32_t chosen = negative | (undecided & ~(undecided + runs));
+            const ByteBits runs = (negative << 1 | ByteBits(verticalBefore)) & undecided;
+            const ByteBits chosen = negative | (undecided & ~(undecided + runs));
             verticalBefore = chosen >> (vectorBytes - 1) & 1;
             store(choice.at + x, byteMask(chosen));
         }

@@ -6,6 +6,7 @@
 #include "frame/checks.h"
 #include "frame/kernel.h"
 #include "frame/moxcore.h"
+#include "simd/extended.h"
 
 namespace q4 {
 namespace {
@@ -52,14 +53,14 @@ struct RowSum {
         F32 sum[vectors];
         for (int v = 0; v < vectors; ++v) {  // by fours, as they were written: a processor forwards no wider loads
             const float* fours = lane + v * F32::count;
-            sum[v] = fromLanes<F32>(load128(fours), load128(fours + F32::count - 4));
+            sum[v] = fromLanes<F32>([fours](int l) { return load128(fours + 4 * l); });
         }
         for (; i + 16 <= n; i += 16)
             for (int v = 0; v < vectors; ++v) sum[v] = sum[v] + load<F32>(row + (i + v * F32::count) * 4);
         for (int v = 0; v < vectors; ++v) store(lane + v * F32::count, sum[v]);
         return i;
     }
-    void reduce(long double& total) const {
+    void reduce(Extended& total) const {
         float v[4];
         for (int i = 0; i < 4; ++i) v[i] = (lane[A + i] + lane[B + i]) + (lane[C + i] + lane[D + i]);
         total += v[0] + v[2];
@@ -68,7 +69,7 @@ struct RowSum {
 };
 
 /// The order of additions depends on the row's address modulo 16, as that of code on aligned groups of four does.
-void addRow(const uint8_t* row, ptrdiff_t n, long double& total) {
+void addRow(const uint8_t* row, ptrdiff_t n, Extended& total) {
     RowSum sum;
     ptrdiff_t i = 0;
     const int misaligned = int(reinterpret_cast<uintptr_t>(row) & 15);
@@ -137,7 +138,7 @@ MoxStatus moxiMax_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, 
 
 MoxStatus moxiSum_32f_C1R(const Mox32f* src, int32_t srcStep, MoxiSize roiSize, Mox64f* result) {
     if (MoxStatus s = firstOf(notNull(src, result), sizeAtLeast(roiSize, 1, 1))) return s;
-    long double total = 0;  // 64 bits of mantissa
+    Extended total{};
     for (ptrdiff_t y = 0; y < roiSize.height; ++y) addRow(image(src, srcStep).row(y).p[0], roiSize.width, total);
     *result = static_cast<Mox64f>(total);
     return moxStatusOk;

@@ -67,16 +67,6 @@ MOX_INLINE void storePart(uint8_t* p, U8 v) {
     if constexpr (part == 2) storeHalf(p, v);
     if constexpr (part == 4) storeQuarter(p, v);
 }
-/// The low halves of the lanes of a and b, of dealt pairs of cells.
-MOX_INLINE void storeHalvesDealt(uint8_t* toA, uint8_t* toB, U8 a, U8 b) {
-    if constexpr (lanes == 1) {
-        storeHalf(toA, a), storeHalf(toB, b);
-    } else {  // a in the first lane, b in the second, the pairs still in twos
-        const U8 both = undeal<4>(unpackLo<64>(a, b));
-        const U8 sorted = shuffle(both, pattern(0, 1, 4, 5, 2, 3, 6, 7, 8, 9, 12, 13, 10, 11, 14, 15));
-        store128(toA, laneOf<0>(sorted)), store128(toB, laneOf<lanes - 1>(sorted));
-    }
-}
 
 /// A plane for each kind of chroma.
 template <int cellWidth_>

@@ -3,11 +3,34 @@
 // operation moves across the change.
 #pragma once
 
-#include <immintrin.h>
-
 #include <cstdint>
 
+#include "simd/intrinsics.h"
+
 namespace q4 {
+
+#if defined(__aarch64__)
+
+// FPCR stands for MXCSR. It flushes denormals on both sides or on none; its sticky flags are in a register of their own,
+// which nothing here asks for; and no exception traps. There is no second unit.
+inline constexpr uint32_t mxcsrRoundMask = 0x00C00000;  // 0 is to nearest
+inline constexpr uint32_t mxcsrFlushToZero = 0x01000000;
+inline constexpr uint32_t mxcsrDenormalsAreZero = mxcsrFlushToZero;
+inline constexpr uint32_t mxcsrAllMasked = 0;
+inline constexpr uint32_t mxcsrFlags = 0;
+inline constexpr uint32_t mxcsrInexact = 0;
+inline constexpr uint16_t x87AllMasked = 0;
+
+inline uint32_t readMxcsr() {
+    uint64_t word;
+    __asm__ volatile("mrs %0, fpcr" : "=r"(word));
+    return uint32_t(word);
+}
+inline void writeMxcsr(uint32_t word) { __asm__ volatile("msr fpcr, %0" : : "r"(uint64_t(word))); }
+inline uint16_t readX87Control() { return 0; }
+inline void writeX87Control(uint16_t) {}
+
+#else
 
 inline constexpr uint32_t mxcsrRoundMask = 0x6000;  // 0 is to nearest
 inline constexpr uint32_t mxcsrFlushToZero = 0x8000;
@@ -26,6 +49,8 @@ inline uint16_t readX87Control() {
     return word;
 }
 inline void writeX87Control(uint16_t word) { __asm__ volatile("fldcw %0" : : "m"(word)); }
+
+#endif
 
 // By the same instructions as the vectors: values out of range and NaNs give -2147483648.
 

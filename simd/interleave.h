@@ -47,17 +47,15 @@ MOX_INLINE void interleave(const Vec<T> (&channel)[2], Vec<T> (&reg)[2]) {
 /// b where the element's index is r modulo 3, a elsewhere.
 template <int r, class T>
 MOX_INLINE Vec<T> takeResidue(Vec<T> a, Vec<T> b) {
-    if constexpr (sizeof(T) == 1) {
-        return select(elementMask<T>([](int e) { return e % 3 == r; }), b, a);
-    } else {
-        constexpr int perElement = sizeof(T) / 2;
-        constexpr int mask = [] {
-            int bits = 0;
-            for (int i = 0; i < 8; ++i) bits |= (i / perElement % 3 == r) << i;
-            return bits;
-        }();
-        return blend16<mask>(a, b);
-    }
+    constexpr auto inResidue = [](int elementBytes) {
+        int bits = 0;
+        for (int i = 0; i < 16 / elementBytes; ++i) bits |= (i * elementBytes / int(sizeof(T)) % 3 == r) << i;
+        return bits;
+    };
+    if constexpr (sizeof(T) == 1)
+        return blend8<inResidue(1)>(a, b);
+    else
+        return blend16<inResidue(2)>(a, b);
 }
 
 template <class T>
@@ -135,12 +133,12 @@ MOX_INLINE void transpose4(const Vec<T> (&in)[4], Vec<T> (&out)[4]) {
 
 /// Of a table of rows of four floats, the rows that start at the indices, as four columns.
 MOX_INLINE void gatherRows(const float* table, I32 index, F32 (&column)[4]) {
-    const auto row = [&](uint64_t at, uint64_t nextLaneAt) {
-        return fromLanes<F32>(load128(table + uint32_t(at)), load128(table + uint32_t(nextLaneAt)));
+    const auto rowsAt = [&]<int which, int shift>() {
+        return fromLanes<F32>(
+            [&](auto lane) { return load128(table + uint32_t(half<which>(laneOf<lane>(index)) >> shift)); });
     };
-    const uint64_t lo = half<0>(laneOf<0>(index)), nextLo = half<0>(laneOf<lanes - 1>(index));
-    const uint64_t hi = half<1>(laneOf<0>(index)), nextHi = half<1>(laneOf<lanes - 1>(index));
-    const F32 rows[4] = {row(lo, nextLo), row(lo >> 32, nextLo >> 32), row(hi, nextHi), row(hi >> 32, nextHi >> 32)};
+    const F32 rows[4] = {rowsAt.template operator()<0, 0>(), rowsAt.template operator()<0, 32>(),
+                         rowsAt.template operator()<1, 0>(), rowsAt.template operator()<1, 32>()};
     transpose4(rows, column);
 }
 

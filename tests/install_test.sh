@@ -1,6 +1,7 @@
 #!/bin/bash
-# tests/install_test.sh BUILD: installs a build into a new folder, moves it, and builds and runs the examples, and those in
-# README.md, against it as a user would, through CMake and through pkg-config.
+# tests/install_test.sh BUILD: installs a build into a new folder, and builds and runs the examples, and those in
+# README.md, against it as a user would: through pkg-config, and through CMake after a move; with the shared and with the
+# static library; and without what only developers have. Then it sees that moxCC is complete as a part of another project.
 set -euo pipefail
 
 source=$(cd "$(dirname "$0")/.." && pwd)
@@ -8,38 +9,79 @@ build=$(cd "$1" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-cmake --install "$build" --prefix "$work/first" >"$work/log"
-mv "$work/first" "$work/tree"
-for file in lib/libmoxccq4.so lib/glibc-hwcaps/x86-64-v3/libmoxccq4.so lib/libmoxcore.so include/moxcc/moxcc.h; do
-    test -f "$work/tree/$file" || { echo "not installed: $file" >&2; exit 1; }
+quietly() {
+    "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2; return 1; }
+}
+
+tree=$work/tree
+quietly cmake --install "$build" --prefix "$tree"
+for file in lib/libmoxccq4.so.2019 lib/glibc-hwcaps/x86-64-v{3,4}/libmoxccq4.so.2019 lib/libmoxcore.so.2019 lib/libmoxcc.a \
+    include/moxcc/moxcc.h; do
+    test -f "$tree/$file" || { echo "not installed: $file" >&2; exit 1; }
 done
 
-echo "== through CMake"
+echo "== through pkg-config"
+. "$source/tests/programs.sh"
+export PKG_CONFIG_PATH=$tree/lib/pkgconfig
+# shellcheck disable=SC2046
+compile shared $(pkg-config --cflags --libs moxcc) -Wl,-rpath,"$(pkg-config --variable=libdir moxcc)"
+# shellcheck disable=SC2046
+compile static -static $(pkg-config --cflags --libs moxcc-static)
+run shared
+run static
+cmp "$work/shared/light.pgm" "$work/static/light.pgm"
+# shellcheck disable=SC2046
+${CC:-cc} "$work/readme.c" -o "$work/small" $(pkg-config --cflags --libs moxcc-static) \
+    -Wl,--gc-sections,-z,start-stop-gc
+"$work/small"
+[ "$(stat -c %s "$work/small")" -lt 200000 ] || { echo "a static program keeps what it does not call" >&2; exit 1; }
+if command -v qemu-x86_64 >/dev/null; then
+    echo "== on a processor without AVX2"
+    run static qemu-x86_64 -cpu Nehalem
+    cmp "$work/shared/light.pgm" "$work/static/light.pgm"
+fi
+
+echo "== without what only developers have"
+mkdir "$work/developers"
+mv "$tree/include" "$tree/lib/"{cmake,pkgconfig,libmoxcc.a,libmoxccq4.so,libmoxcore.so} "$work/developers"
+run shared
+mv "$work/developers/include" "$tree"
+mv "$work/developers/"* "$tree/lib"
+
+echo "== through CMake, in another place"
+mv "$tree" "$work/moved"
 for example in c cpp; do
-    cmake -G Ninja -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/tree" >"$work/log"
-    cmake --build "$work/$example" >"$work/log" || { cat "$work/log" >&2; exit 1; }
+    quietly cmake -G Ninja -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/moved"
+    quietly cmake --build "$work/$example"
 done
 "$work/c/gray"
 "$work/cpp/tonemap" "$work/cmake.pgm"
+cmp "$work/cmake.pgm" "$work/shared/light.pgm"
+cat >"$work/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.16)
+project(user LANGUAGES C)
+find_package(moxcc 2019 REQUIRED)
+add_executable(user readme.c)
+target_link_libraries(user PRIVATE moxcc::static)
+END
+quietly cmake -G Ninja -S "$work" -B "$work/user" -DCMAKE_PREFIX_PATH="$work/moved"
+quietly cmake --build "$work/user"
+"$work/user/user"
+if readelf -d "$work/user/user" | grep moxcc; then
+    echo "moxcc::static links a shared library" >&2
+    exit 1
+fi
 
-echo "== through pkg-config"
-# The two programs in README.md.
-for language in c cpp; do
-    sed -n "/^\`\`\`$language\$/,/^\`\`\`\$/{/^\`\`\`/d;p}" "$source/README.md" >"$work/readme.$language"
-done
-
-export PKG_CONFIG_PATH=$work/tree/lib/pkgconfig
-flags=$(pkg-config --cflags --libs moxcc)
-rpath=-Wl,-rpath,$(pkg-config --variable=libdir moxcc)
-# shellcheck disable=SC2086
-{
-    ${CC:-cc} -std=c99 "$source/examples/c/gray.c" -o "$work/gray" $flags "$rpath"
-    ${CXX:-c++} -std=c++17 "$source/examples/cpp/tonemap.cpp" -o "$work/tonemap" $flags "$rpath"
-    ${CC:-cc} -std=c99 -Wall -Wextra -Werror "$work/readme.c" -o "$work/readme_c" $flags "$rpath"
-    ${CXX:-c++} -std=c++11 -Wall -Wextra -Werror "$work/readme.cpp" -o "$work/readme_cpp" $flags "$rpath"
-}
-"$work/gray"
-"$work/tonemap" "$work/pkg-config.pgm"
-"$work/readme_c"
-"$work/readme_cpp"
-cmp "$work/cmake.pgm" "$work/pkg-config.pgm"
+echo "== as a part of another project"
+cat >"$work/CMakeLists.txt" <<END
+cmake_minimum_required(VERSION 3.25)
+project(user LANGUAGES C)
+add_subdirectory("$source" moxcc EXCLUDE_FROM_ALL)
+add_executable(user readme.c)
+target_link_libraries(user PRIVATE moxcc::moxcc)
+END
+quietly cmake -G Ninja -S "$work" -B "$work/subproject"
+grep -q 'will not be optimised' "$work/log" || { echo "no warning that there is no build type" >&2; exit 1; }
+quietly ninja -C "$work/subproject" -t commands user
+grep -q -e '-o [^ ]*glibc-hwcaps/x86-64-v3/libmoxccq4' "$work/log" ||
+    { echo "a program of another project does not build the AVX2 file" >&2; exit 1; }

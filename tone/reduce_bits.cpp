@@ -236,7 +236,10 @@ struct Reduce {
 constexpr Order valuesLast = {{Test::pointers, Test::size, Test::values}};
 
 MoxStatus bufferSize(int32_t dataType, MoxiSize roiSize, int32_t noise, MoxDitherType ditherType, int32_t* bytes) {
-    const auto isKnown = [=] { return dataType == 1 || dataType == 3 || dataType == 4 || dataType == 9; };
+    const auto isKnown = [=] {
+        return dataType == moxDataType8u || dataType == moxDataType16u || dataType == moxDataType16s ||
+               dataType == moxDataType32f;
+    };
     if (MoxStatus s =
             firstOf(notNull(bytes), sizeAtLeast({roiSize.width, 1}, 1, 1), require(isKnown, moxStatusBadDataType),
                     require([=] { return isPercentage(noise); }, moxStatusBadNoise),

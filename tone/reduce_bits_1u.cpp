@@ -23,7 +23,7 @@ struct Above {
         const U8 firstOnTop = elementOrder<1>([](int e) { return e ^ 7; });
         for (; x + vectorBytes <= end; x += vectorBytes, dst += vectorBytes / 8) {
             const U8 excess = subs(load<U8>(src + x), splat<U8>(threshold));
-            const uint32_t bits = ~topBits(shuffle(eq(excess, zero<U8>()), firstOnTop));
+            const ByteBits bits = ~topBits(shuffle(eq(excess, zero<U8>()), firstOnTop));
             std::memcpy(dst, &bits, vectorBytes / 8);
         }
         return x;

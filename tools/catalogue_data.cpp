@@ -12,6 +12,7 @@ namespace {
 std::string firstSentence(const std::string& comment) {
     std::string text = std::regex_replace(comment, std::regex("^/\\*\\*|\\*/$"), "");
     text = std::regex_replace(text, std::regex("\\n\\s*\\* ?"), "\n");
+    text = std::regex_replace(text, std::regex("^\\s*@brief "), "");
     text = std::regex_replace(text, std::regex("^\\s*@name[^\\n]*\\n\\s*@\\{\\s*"), "");
     std::smatch match;
     if (!std::regex_search(text, match, std::regex("^[\\s]*([^]*?\\.)(\\s|$)")))

@@ -2,7 +2,7 @@
 //
 // Writes the C symbols of the exports, for each source into <folder>/<its name>.inc: the functions that the headers
 // declare, each a call of the line that the source's table has for it. A declared export without a line, or with two, is
-// an error; so is a line that no header declares.
+// an error; so is a line that no header declares. <folder>/slots.inc lists all exports, for frame/slots.cpp.
 #include <cstdio>
 #include <filesystem>
 #include <map>
@@ -50,8 +50,12 @@ void run(const std::string& folder, const std::vector<std::string>& headers, con
         }
         writeIfOther(std::filesystem::path(folder) / (std::filesystem::path(source).stem().string() + ".inc"), symbols);
     }
-    for (const auto& [name, prototype] : declared)
+    std::string slots;
+    for (const auto& [name, prototype] : declared) {
         if (!lines.contains(name)) throw std::runtime_error("no table has a line for " + name);
+        slots += "SLOT(" + name + ")\n";
+    }
+    writeIfOther(std::filesystem::path(folder) / "slots.inc", slots);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ int main(void) {
     const MoxiSize size = {4, 1};
     const MoxStatus status = moxiRGBToGray_8u_C3C1R(rgb, sizeof rgb, gray, sizeof gray, size);
     if (status != moxStatusOk) {
-        fprintf(stderr, "status %d\n", (int)status);
+        fprintf(stderr, "%s\n", moxStatusText(status));
         return 1;
     }
     printf("red %d, green %d, blue %d, white %d\n", gray[0], gray[1], gray[2], gray[3]);

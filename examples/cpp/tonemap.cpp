@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
     const auto step = static_cast<int32_t>(size.width * sizeof(float));
     const MoxStatus status = moxiToneMapMean_32f8u_C1R(light.data(), step, image.data(), size.width, size);
     if (status != moxStatusOk) {
-        std::cerr << "status " << status << '\n';
+        std::cerr << moxStatusText(status) << '\n';
         return 1;
     }
 

@@ -30,7 +30,7 @@ Image<T> colouredMosaic(const Image<T>& raw) {
 struct DemosaicBuffer {
     int32_t step;
     std::vector<Mox8u> bytes;
-    explicit DemosaicBuffer(int width) : step(2 * (std::max(width, 6) + 8)), bytes(size_t(step) * 30) {}
+    explicit DemosaicBuffer(int width) : bytes(moxiDemosaicAHDGetBufferSize(width, sizeof(Mox16u), &step)) {}
 };
 
 }  // namespace demo

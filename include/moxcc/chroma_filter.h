@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup chroma_filter Filtered chroma
  * @ingroup video
@@ -19,20 +20,19 @@ MOX_EXTERN_C_BEGIN
 
 /** @name Field-wise
  * The even and the odd rows are two fields; chroma is resampled within each. Luma is copied. The width is cut to an
- * even number, the height to a multiple of 4.
+ * even number, the height to a multiple of 4. Chroma of 4:2:0 is sited as in interlaced MPEG-2: between two rows of its
+ * field, a quarter of the way down in the even field, three quarters in the odd one (@ref siting).
  * @{ */
 
 /**
- * Converts planar 4:2:2 to planar 4:2:0, field by field.
- *
- * Of source chroma rows 4k to 4k + 3: row 2k is (3 c[4k] + c[4k + 2] + 2) >> 2, row 2k + 1 is
- * (c[4k + 1] + 3 c[4k + 3] + 2) >> 2.
+ * @brief Converts planar 4:2:2 to planar 4:2:0, field by field. Of source chroma rows 4k to 4k + 3: row 2k is
+ * (3 c[4k] + c[4k + 2] + 2) >> 2, row 2k + 1 is (c[4k + 1] + 3 c[4k + 3] + 2) >> 2.
  *
  * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
  * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for a
- *         null plane, then moxStatusBadSize
+ * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for
+ *         a null plane, then moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                      Mox8u* const* dstPlanes, const int32_t* dstSteps,
@@ -45,20 +45,15 @@ MOX_API MoxStatus moxiYCbCr422To420_Interlace_8u_P3R(const Mox8u* const* srcPlan
  * @param src, srcStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return as moxiYCbCr422To420_Interlace_8u_P3R()
+ * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for
+ *         a null plane, then moxStatusBadSize
  */
 MOX_API MoxStatus moxiCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                             const int32_t* dstSteps, MoxiSize roiSize);
 /**
- * Converts planar 4:2:0 to planar 4:2:2, field by field.
- *
- * The first two and the last two chroma rows are copies. Between two chroma rows a, b of the even field lie
- * (5 a + 3 b + 4) >> 3 and (a + 7 b + 4) >> 3; of the odd field (7 a + b + 4) >> 3 and (3 a + 5 b + 4) >> 3.
- *
- * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
- * @param dstPlanes, dstSteps destination planes, luma first, and the distances between their rows in bytes
- * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return as moxiYCbCr422To420_Interlace_8u_P3R()
+ * Converts planar 4:2:0 to planar 4:2:2, field by field. The first two and the last two chroma rows are copies. Between
+ * two chroma rows a, b of the even field lie (5 a + 3 b + 4) >> 3 and (a + 7 b + 4) >> 3; of the odd field
+ * (7 a + b + 4) >> 3 and (3 a + 5 b + 4) >> 3. @copydetails moxiYCbCr422To420_Interlace_8u_P3R
  */
 MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                      Mox8u* const* dstPlanes, const int32_t* dstSteps,
@@ -71,7 +66,8 @@ MOX_API MoxStatus moxiYCbCr420To422_Interlace_8u_P3R(const Mox8u* const* srcPlan
  * @param srcPlanes, srcSteps source planes, luma first, and the distances between their rows in bytes
  * @param dst, dstStep        packed pairs, two bytes a pixel, and the distance between rows in bytes
  * @param roiSize  width and height in luma pixels, at least 2 by 4
- * @return as moxiYCbCr422To420_Interlace_8u_P3R()
+ * @return moxStatusOk; moxStatusOddSize if the width is odd or the height no multiple of 4; moxStatusNullPtr, also for
+ *         a null plane, then moxStatusBadSize
  */
 MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
                                                             Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
@@ -81,6 +77,7 @@ MOX_API MoxStatus moxiYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const Mox8u* const* 
  * 4:2:0 to 4:2:2. Even chroma rows are copies of the source rows; the rows between are
  * (-c[k - 1] + 9 c[k] + 9 c[k + 1] - c[k + 2] + 8) >> 4, limited to 0 to 255, where rows beyond the first and the last
  * count as these. Luma is copied. The width is cut to an even number, the height to a multiple of 8, without a warning.
+ * Right for chroma that is sited on the upper row of its cell (@ref siting).
  * @{ */
 
 /**
@@ -96,7 +93,6 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPl
                                                        MoxiSize roiSize);
 /**
  * Converts planar 4:2:0 with the planes Y, Cr, Cb to planar 4:2:2 with a four-tap filter.
- *
  * @copydetails moxiYCbCr420ToYCbCr422_Filter_8u_P3R
  */
 MOX_API MoxStatus moxiYCrCb420ToYCbCr422_Filter_8u_P3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps,
@@ -118,10 +114,11 @@ MOX_API MoxStatus moxiYCbCr420ToYCbCr422_Filter_8u_P2P3R(const Mox8u* srcY, int3
 
 /** @name Slices
  * Softening against interlace flicker: each luma row is averaged with those above and below, each chroma row with the
- * next. A picture may be given whole or in slices of even height from top to bottom, the first, any number of middle
- * ones, the last, in source and destination pictures that stay the same. A slice's pointers are those of its first row.
- * Because every row needs the one below it, output runs two luma rows and one chroma row behind input: of a first or
- * middle slice of h rows the last two luma rows are left to the next call, which reads and writes above its own start.
+ * next, which sites chroma one luma row lower than it was. A picture may be given whole or in slices of even height
+ * from top to bottom, the first, any number of middle ones, the last, in source and destination pictures that stay the
+ * same. A slice's pointers are those of its first row. Because every row needs the one below it, output runs two luma
+ * rows and one chroma row behind input: of a first or middle slice of h rows the last two luma rows are left to the
+ * next call, which reads and writes above its own start.
  *
  *     mode             luma rows written   luma rows read   chroma rows read
  *     moxSliceFirst    0 to h - 3          0 to h - 2       0 to h / 2 - 1
@@ -187,9 +184,10 @@ MOX_API MoxStatus moxiYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Mox8u* srcY, int3
  * columns.
  *
  * The second pixel of each pair takes the mean of its pair's chroma and the next pair's, the last pair its own; rows
- * are not filtered. By the BT.601 matrix with 12 fractional bits: R = 1.164 y + 1.596 v, G = 1.164 y - 0.813 v - 0.392
- * u, B = 1.164 y + 2.017 u, with y = Y - 16, u = Cb - 128, v = Cr - 128. In groups of eight pairs before the last pair
- * each term is rounded down to 3 fractional bits, so that results may differ by 1 from those of the other columns.
+ * are not filtered: chroma is sited as in MPEG-2 (@ref siting). By the BT.601 matrix with 12 fractional bits: R = 1.164
+ * y + 1.596 v, G = 1.164 y - 0.813 v - 0.392 u, B = 1.164 y + 2.017 u, with y = Y - 16, u = Cb - 128, v = Cr - 128. In
+ * groups of eight pairs before the last pair each term is rounded down to 3 fractional bits, so that results may differ
+ * by 1 from those of the other columns.
  *
  * @param srcPlanes, srcSteps source planes Y, Cr, Cb and the distances between their rows in bytes
  * @param dst, dstStep        B, G, R and aval for each pixel, and the distance between rows in bytes

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup demosaic Bayer reconstruction
  * @ingroup camera
@@ -95,6 +96,20 @@ MOX_API MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcR
                                                 const Mox32f* scale, Mox16u* dst, int32_t dstStep, MoxBayerGrid grid);
 
 /**
+ * The scratch memory that the functions below want.
+ *
+ * @param width      the width of the region to convert
+ * @param sampleSize the size of a sample: sizeof(Mox8u) or sizeof(Mox16u)
+ * @param bufferStep receives the least distance between its rows in bytes
+ * @return the size of the whole in bytes
+ */
+static inline int64_t moxiDemosaicAHDGetBufferSize(int32_t width, int32_t sampleSize, int32_t* bufferStep) {
+    const int64_t rows = 30;
+    *bufferStep = ((width < 6 ? 6 : width) + 8) * sampleSize;
+    return rows * *bufferStep;
+}
+
+/**
  * Reconstructs 8u R, G, B by adaptive homogeneity-directed interpolation.
  *
  * Every pixel is reconstructed along its row and along its column: green is the mean of the two neighbours on that line
@@ -114,8 +129,9 @@ MOX_API MoxStatus moxiCFAToBGRA_VNG_16u_C1C4R_L(const Mox16u* src, MoxiRect srcR
  * @param dst        first pixel of the region's result: three interleaved samples, R, G, B
  * @param dstStep    distance between destination rows in bytes
  * @param grid       the Bayer pattern
- * @param buffer     scratch memory of 30 rows, bufferStep bytes apart, of any alignment; what it holds after the call
- *                   means nothing. It must not overlap source or destination, and is not tested
+ * @param buffer     scratch memory of 30 rows, bufferStep bytes apart, of any alignment, as
+ *                   moxiDemosaicAHDGetBufferSize() tells; what it holds after the call means nothing. It must not
+ *                   overlap source or destination, and is not tested
  * @param bufferStep at least (w + 8) samples in bytes, w being the larger of the region's width and 6; not tested
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize or moxStatusBadArg
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup hls RGB and HLS
  * @ingroup models
@@ -30,6 +31,9 @@
  * (moxStatusBadStep), which is tested before the size, but in moxiBGRToHLS_8u_AC4R after it. One step holds for all
  * planes of a side.
  *
+ * Alpha: in AC4R forms the fourth sample of a source pixel is not read, and that of a destination pixel keeps what it
+ * held. Forms with a plane of alpha (AC4P4R, AP4C4R, AP4R) copy it.
+ *
  * @{
  */
 #ifndef MOXCC_HLS_H
@@ -40,292 +44,122 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts 8u pixels from RGB to HLS.
+ * @brief Converts 8u pixels from RGB to HLS. The width rounded down to a multiple of 8 is computed with approximate
+ * reciprocals and converted in the caller's rounding mode; the last columns use refined reciprocals and truncate.
  *
- * The width rounded down to a multiple of 8 is computed with approximate reciprocals and converted in the caller's
- * rounding mode; the last columns use refined reciprocals and truncate.
- *
- * @param src       three samples a pixel: R, G, B
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, L, S
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
+ * @param src     source pixels, the samples in the order told above
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels, the samples in the order told above
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiRGBToHLS_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u pixels with alpha from RGB to HLS.
- *
- * The width rounded down to a multiple of 4 is computed with approximate reciprocals, the last columns with
- * refined ones; all are converted in the caller's rounding mode. The fourth sample of a source pixel is not read,
- * and that of a destination pixel keeps what it held.
- *
- * @param src       four samples a pixel: R, G, B, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u pixels with alpha from RGB to HLS. The width rounded down to a multiple of 4 is computed with approximate
+ * reciprocals, the last columns with refined ones; all are converted in the caller's rounding mode.
+ * @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToHLS_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u pixels from RGB to HLS.
- *
- * Refined reciprocals. The width rounded down to a multiple of 4 is converted in the caller's rounding mode; the
- * last columns truncate.
- *
- * @param src       three samples a pixel: R, G, B
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, L, S
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u pixels from RGB to HLS. Refined reciprocals. The width rounded down to a multiple of 4 is converted in
+ * the caller's rounding mode; the last columns truncate. @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToHLS_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u pixels with alpha from RGB to HLS.
- *
- * Refined reciprocals. The width rounded down to a multiple of 4 is converted in the caller's rounding mode; the
- * last columns truncate. The fourth sample of a source pixel is not read, and that of a destination pixel keeps
- * what it held.
- *
- * @param src       four samples a pixel: R, G, B, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u pixels with alpha from RGB to HLS. @copydetails moxiRGBToHLS_16u_C3R */
 MOX_API MoxStatus moxiRGBToHLS_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 16s pixels from RGB to HLS.
- *
- * As the 16u form on samples biased by 32768: a hue of 0 degrees is -32768, and so is a saturation of 0.
- *
- * @param src       three samples a pixel: R, G, B
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, L, S
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16s pixels from RGB to HLS. As the 16u form on samples biased by 32768: a hue of 0 degrees is -32768, and so
+ * is a saturation of 0. @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToHLS_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s pixels with alpha from RGB to HLS.
- *
- * As the 16u form on samples biased by 32768: a hue of 0 degrees is -32768, and so is a saturation of 0. The
- * fourth sample of a source pixel is not read, and that of a destination pixel keeps what it held.
- *
- * @param src       four samples a pixel: R, G, B, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s pixels with alpha from RGB to HLS. @copydetails moxiRGBToHLS_16s_C3R */
 MOX_API MoxStatus moxiRGBToHLS_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 32f pixels from RGB to HLS.
- *
- * True divisions in all columns. Pixels whose channels differ by at most 2^-23 count as gray. Values outside 0 to
- * 1 are not treated separately.
- *
- * @param src       three samples a pixel: R, G, B
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, L, S
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 32f pixels from RGB to HLS. True divisions in all columns. Pixels whose channels differ by at most 2^-23
+ * count as gray. Values outside 0 to 1 are not treated separately. @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToHLS_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f pixels with alpha from RGB to HLS.
- *
- * True divisions in all columns. Pixels whose channels differ by at most 2^-23 count as gray. Values outside 0 to
- * 1 are not treated separately. The fourth sample of a source pixel is not read, and that of a destination pixel
- * keeps what it held.
- *
- * @param src       four samples a pixel: R, G, B, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f pixels with alpha from RGB to HLS. @copydetails moxiRGBToHLS_32f_C3R */
 MOX_API MoxStatus moxiRGBToHLS_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u pixels from HLS to RGB.
- *
- * The width rounded down to a multiple of 8 multiplies by rounded reciprocals and converts in the caller's
- * rounding mode. The last columns truncate: the first four of them, if there are as many and the row's source and
- * destination do not overlap, with refined reciprocals, the others with true divisions.
- *
- * @param src       three samples a pixel: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: R, G, B
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u pixels from HLS to RGB. The width rounded down to a multiple of 8 multiplies by rounded reciprocals and
+ * converts in the caller's rounding mode. The last columns truncate: the first four of them, if there are as many and
+ * the row's source and destination do not overlap, with refined reciprocals, the others with true divisions.
+ * @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiHLSToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u pixels with alpha from HLS to RGB.
- *
- * The width rounded down to a multiple of 4 multiplies by rounded reciprocals and converts in the caller's
- * rounding mode; the last columns divide truly and truncate. The fourth sample of a source pixel is not read, and
- * that of a destination pixel keeps what it held.
- *
- * @param src       four samples a pixel: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: R, G, B, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u pixels with alpha from HLS to RGB. The width rounded down to a multiple of 4 multiplies by rounded
+ * reciprocals and converts in the caller's rounding mode; the last columns divide truly and truncate.
+ * @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiHLSToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u pixels from HLS to RGB.
- *
- * Converted in the caller's rounding mode. The width rounded down to a multiple of 4 and the last columns differ
- * in the order of their operations.
- *
- * @param src       three samples a pixel: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: R, G, B
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u pixels from HLS to RGB. Converted in the caller's rounding mode. The width rounded down to a multiple of
+ * 4 and the last columns differ in the order of their operations. @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiHLSToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u pixels with alpha from HLS to RGB.
- *
- * Converted in the caller's rounding mode. The width rounded down to a multiple of 4 and the last columns differ
- * in the order of their operations. The fourth sample of a source pixel is not read, and that of a destination
- * pixel keeps what it held.
- *
- * @param src       four samples a pixel: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: R, G, B, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u pixels with alpha from HLS to RGB. @copydetails moxiHLSToRGB_16u_C3R */
 MOX_API MoxStatus moxiHLSToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 16s pixels from HLS to RGB.
- *
- * As the 16u form on samples biased by 32768.
- *
- * @param src       three samples a pixel: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: R, G, B
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s pixels from HLS to RGB. As the 16u form on samples biased by 32768. @copydetails moxiRGBToHLS_8u_C3R */
 MOX_API MoxStatus moxiHLSToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s pixels with alpha from HLS to RGB.
- *
- * As the 16u form on samples biased by 32768. The fourth sample of a source pixel is not read, and that of a
- * destination pixel keeps what it held.
- *
- * @param src       four samples a pixel: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: R, G, B, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s pixels with alpha from HLS to RGB. @copydetails moxiHLSToRGB_16s_C3R */
 MOX_API MoxStatus moxiHLSToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 32f pixels from HLS to RGB.
- *
- * The width rounded down to a multiple of 4 and the last columns differ in the order of their operations. Pixels
- * with S = 0 get R = G = B = L. Values outside 0 to 1 are not treated separately; a hue above 1 is wrapped once at
- * most, and not for green.
- *
- * @param src       three samples a pixel: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: R, G, B
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 32f pixels from HLS to RGB. The width rounded down to a multiple of 4 and the last columns differ in the
+ * order of their operations. Pixels with S = 0 get R = G = B = L. Values outside 0 to 1 are not treated separately; a
+ * hue above 1 is wrapped once at most, and not for green. @copydetails moxiRGBToHLS_8u_C3R
  */
 MOX_API MoxStatus moxiHLSToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f pixels with alpha from HLS to RGB.
- *
- * The width rounded down to a multiple of 4 and the last columns differ in the order of their operations. Pixels
- * with S = 0 get R = G = B = L. Values outside 0 to 1 are not treated separately; a hue above 1 is wrapped once at
- * most, and not for green. The fourth sample of a source pixel is not read, and that of a destination pixel keeps
- * what it held.
- *
- * @param src       four samples a pixel: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: R, G, B, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f pixels with alpha from HLS to RGB. @copydetails moxiHLSToRGB_32f_C3R */
 MOX_API MoxStatus moxiHLSToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
  * Converts 8u interleaved pixels with alpha from BGR to HLS.
  *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones. The fourth sample of a source pixel is not read, and that of a destination pixel
- * keeps what it held.
+ * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last columns
+ * with refined ones.
  *
- * @param src       four samples a pixel: B, G, R, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
+ * @param src     source pixels, the samples in the order told above
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels, the samples in the order told above
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
  */
 MOX_API MoxStatus moxiBGRToHLS_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 8u interleaved pixels from BGR to HLS planes.
+ * @brief Converts 8u interleaved pixels from BGR to HLS planes. Truncates in all columns: the width rounded down to a
+ * multiple of 4 with approximate reciprocals, the last columns with refined ones.
  *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones.
- *
- * @param src       three samples a pixel: B, G, R
+ * @param src       source pixels, the samples in the order told above
  * @param srcStep   distance between source rows in bytes
- * @param dstPlanes three planes: H, L, S
+ * @param dstPlanes destination planes in the order told above, alpha, if any, last
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
@@ -334,14 +168,12 @@ MOX_API MoxStatus moxiBGRToHLS_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u planes from BGR to HLS interleaved pixels.
+ * @brief Converts 8u planes from BGR to HLS interleaved pixels. Truncates in all columns: the width rounded down to a
+ * multiple of 4 with approximate reciprocals, the last columns with refined ones.
  *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones.
- *
- * @param srcPlanes three planes: B, G, R
+ * @param srcPlanes source planes in the order told above, alpha, if any, last
  * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, L, S
+ * @param dst       destination pixels, the samples in the order told above
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
@@ -350,14 +182,12 @@ MOX_API MoxStatus moxiBGRToHLS_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t s
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u planes from BGR to HLS.
+ * @brief Converts 8u planes from BGR to HLS. Truncates in all columns: the width rounded down to a multiple of 4 with
+ * approximate reciprocals, the last columns with refined ones.
  *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones.
- *
- * @param srcPlanes three planes: B, G, R
+ * @param srcPlanes source planes in the order told above, alpha, if any, last
  * @param srcStep   distance between source rows in bytes
- * @param dstPlanes three planes: H, L, S
+ * @param dstPlanes destination planes in the order told above, alpha, if any, last
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
@@ -366,140 +196,51 @@ MOX_API MoxStatus moxiBGRToHLS_8u_P3R(const Mox8u* const* srcPlanes, int32_t src
                                       int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u interleaved pixels with alpha from BGR to HLS planes with alpha.
- *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones. Alpha is copied.
- *
- * @param src       four samples a pixel: B, G, R, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes four planes: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
+ * Converts 8u interleaved pixels with alpha from BGR to HLS planes with alpha. Truncates in all columns: the width
+ * rounded down to a multiple of 4 with approximate reciprocals, the last columns with refined ones.
+ * @copydetails moxiBGRToHLS_8u_C3P3R
  */
 MOX_API MoxStatus moxiBGRToHLS_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
                                          MoxiSize roiSize);
 
 /**
- * Converts 8u planes with alpha from BGR to HLS interleaved pixels with alpha.
- *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones. Alpha is copied.
- *
- * @param srcPlanes four planes: B, G, R, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
+ * Converts 8u planes with alpha from BGR to HLS interleaved pixels with alpha. Truncates in all columns: the width
+ * rounded down to a multiple of 4 with approximate reciprocals, the last columns with refined ones.
+ * @copydetails moxiBGRToHLS_8u_P3C3R
  */
 MOX_API MoxStatus moxiBGRToHLS_8u_AP4C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                          MoxiSize roiSize);
 
 /**
- * Converts 8u planes with alpha from BGR to HLS.
- *
- * Truncates in all columns: the width rounded down to a multiple of 4 with approximate reciprocals, the last
- * columns with refined ones. Alpha is copied.
- *
- * @param srcPlanes four planes: B, G, R, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes four planes: H, L, S, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
+ * Converts 8u planes with alpha from BGR to HLS. Truncates in all columns: the width rounded down to a multiple of 4
+ * with approximate reciprocals, the last columns with refined ones. @copydetails moxiBGRToHLS_8u_P3R
  */
 MOX_API MoxStatus moxiBGRToHLS_8u_AP4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
                                        int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u interleaved pixels from HLS to BGR planes.
- *
- * Truncates; all columns alike.
- *
- * @param src       three samples a pixel: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes three planes: B, G, R
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
+ * Converts 8u interleaved pixels from HLS to BGR planes. Truncates; all columns alike.
+ * @copydetails moxiBGRToHLS_8u_C3P3R
  */
 MOX_API MoxStatus moxiHLSToBGR_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u planes from HLS to BGR interleaved pixels.
- *
- * Truncates; all columns alike.
- *
- * @param srcPlanes three planes: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: B, G, R
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
+ * Converts 8u planes from HLS to BGR interleaved pixels. Truncates; all columns alike.
+ * @copydetails moxiBGRToHLS_8u_P3C3R
  */
 MOX_API MoxStatus moxiHLSToBGR_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 8u planes from HLS to BGR.
- *
- * Truncates; all columns alike.
- *
- * @param srcPlanes three planes: H, L, S
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes three planes: B, G, R
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
- */
+/** Converts 8u planes from HLS to BGR. Truncates; all columns alike. @copydetails moxiBGRToHLS_8u_P3R */
 MOX_API MoxStatus moxiHLSToBGR_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
                                       int32_t dstStep, MoxiSize roiSize);
-
-/**
- * Converts 8u interleaved pixels with alpha from HLS to BGR planes with alpha.
- *
- * Truncates; all columns alike. Alpha is copied.
- *
- * @param src       four samples a pixel: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes four planes: B, G, R, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
- */
+/** Converts 8u interleaved pixels with alpha from HLS to BGR planes with alpha. @copydetails moxiHLSToBGR_8u_C3P3R */
 MOX_API MoxStatus moxiHLSToBGR_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
                                          MoxiSize roiSize);
-
-/**
- * Converts 8u planes with alpha from HLS to BGR interleaved pixels with alpha.
- *
- * Truncates; all columns alike. Alpha is copied.
- *
- * @param srcPlanes four planes: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: B, G, R, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
- */
+/** Converts 8u planes with alpha from HLS to BGR interleaved pixels with alpha. @copydetails moxiHLSToBGR_8u_P3C3R */
 MOX_API MoxStatus moxiHLSToBGR_8u_AP4C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                          MoxiSize roiSize);
-
-/**
- * Converts 8u planes with alpha from HLS to BGR.
- *
- * Truncates; all columns alike. Alpha is copied.
- *
- * @param srcPlanes four planes: H, L, S, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes four planes: B, G, R, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadStep or moxStatusBadSize
- */
+/** Converts 8u planes with alpha from HLS to BGR. @copydetails moxiHLSToBGR_8u_P3R */
 MOX_API MoxStatus moxiHLSToBGR_8u_AP4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
                                        int32_t dstStep, MoxiSize roiSize);
 

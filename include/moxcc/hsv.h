@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup hsv RGB and HSV
  * @ingroup models
@@ -36,124 +37,53 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts 8u pixels from RGB to HSV.
+ * @brief Converts 8u pixels from RGB to HSV. Converted in the caller's rounding mode. Where two channels are both the
+ * greatest, the width rounded down to a multiple of 4 and the last columns choose the sector of the hue in different
+ * orders, so that the hue may differ by 1.
  *
- * Converted in the caller's rounding mode. Where two channels are both the greatest, the width rounded down to a
- * multiple of 4 and the last columns choose the sector of the hue in different orders, so that the hue may differ
- * by 1.
- *
- * @param src       three samples a pixel: R, G, B
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, S, V
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
+ * @param src     source pixels, the samples in the order told above
+ * @param srcStep distance between source rows in bytes
+ * @param dst     destination pixels, the samples in the order told above
+ * @param dstStep distance between destination rows in bytes
+ * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
  */
 MOX_API MoxStatus moxiRGBToHSV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u pixels with alpha from RGB to HSV.
- *
- * Converted in the caller's rounding mode. Where two channels are both the greatest, the width rounded down to a
- * multiple of 4 and the last columns choose the sector of the hue in different orders, so that the hue may differ
- * by 1.
- *
- * @param src       four samples a pixel: R, G, B, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, S, V, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u pixels with alpha from RGB to HSV. Converted in the caller's rounding mode. Where two channels are both
+ * the greatest, the width rounded down to a multiple of 4 and the last columns choose the sector of the hue in
+ * different orders, so that the hue may differ by 1. @copydetails moxiRGBToHSV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToHSV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u pixels from RGB to HSV.
- *
- * True divisions; adds 0.5 and truncates. All columns alike.
- *
- * @param src       three samples a pixel: R, G, B
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: H, S, V
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u pixels from RGB to HSV. True divisions; adds 0.5 and truncates. All columns alike.
+ * @copydetails moxiRGBToHSV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToHSV_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u pixels with alpha from RGB to HSV.
- *
- * True divisions; adds 0.5 and truncates. All columns alike.
- *
- * @param src       four samples a pixel: R, G, B, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: H, S, V, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u pixels with alpha from RGB to HSV. @copydetails moxiRGBToHSV_16u_C3R */
 MOX_API MoxStatus moxiRGBToHSV_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u pixels from HSV to RGB.
- *
- * Converted in the caller's rounding mode, all columns alike. H = 255 counts as 0; S = 0 gives R = G = B = V.
- *
- * @param src       three samples a pixel: H, S, V
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: R, G, B
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u pixels from HSV to RGB. Converted in the caller's rounding mode, all columns alike. H = 255 counts as 0;
+ * S = 0 gives R = G = B = V. @copydetails moxiRGBToHSV_8u_C3R
  */
 MOX_API MoxStatus moxiHSVToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
-
-/**
- * Converts 8u pixels with alpha from HSV to RGB.
- *
- * Converted in the caller's rounding mode, all columns alike. H = 255 counts as 0; S = 0 gives R = G = B = V.
- *
- * @param src       four samples a pixel: H, S, V, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: R, G, B, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 8u pixels with alpha from HSV to RGB. @copydetails moxiHSVToRGB_8u_C3R */
 MOX_API MoxStatus moxiHSVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u pixels from HSV to RGB.
- *
- * Converted in the caller's rounding mode, all columns alike. H = 65535 counts as 0; S = 0 gives R = G = B = V.
- *
- * @param src       three samples a pixel: H, S, V
- * @param srcStep   distance between source rows in bytes
- * @param dst       three samples a pixel: R, G, B
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u pixels from HSV to RGB. Converted in the caller's rounding mode, all columns alike. H = 65535 counts as
+ * 0; S = 0 gives R = G = B = V. @copydetails moxiRGBToHSV_8u_C3R
  */
 MOX_API MoxStatus moxiHSVToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u pixels with alpha from HSV to RGB.
- *
- * Converted in the caller's rounding mode, all columns alike. H = 65535 counts as 0; S = 0 gives R = G = B = V.
- *
- * @param src       four samples a pixel: H, S, V, alpha
- * @param srcStep   distance between source rows in bytes
- * @param dst       four samples a pixel: R, G, B, alpha
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u pixels with alpha from HSV to RGB. @copydetails moxiHSVToRGB_16u_C3R */
 MOX_API MoxStatus moxiHSVToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 

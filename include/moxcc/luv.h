@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup luv RGB and CIE LUV
  * @ingroup models
@@ -25,7 +26,7 @@
  * All functions here: src and dst must not be null (moxStatusNullPtr), width and height must be at least 1
  * (moxStatusBadSize); steps are bytes and are not tested, zero and negative ones included. The 16u and 16s forms and
  * moxiLUVToRGB_32f_AC4R round a step down to a whole number of samples. In the AC4 forms the fourth sample of a source
- * pixel is not read.
+ * pixel is not read, and that of a destination pixel keeps what it held.
  *
  * @{
  */
@@ -37,14 +38,12 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts 8u three-channel RGB pixels to LUV.
+ * @brief Converts 8u three-channel RGB pixels to LUV. In the last width % 4 columns of a row, samples that rounding
+ * drives out of range keep their low byte; others saturate.
  *
- * In the last width % 4 columns of a row, samples that rounding drives out of range keep their low byte; others
- * saturate.
- *
- * @param src     interleaved RGB pixels
+ * @param src     interleaved source pixels
  * @param srcStep distance between source rows in bytes
- * @param dst     interleaved LUV pixels
+ * @param dst     interleaved destination pixels
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -52,302 +51,102 @@ MOX_EXTERN_C_BEGIN
 MOX_API MoxStatus moxiRGBToLUV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u four-channel RGB pixels to LUV.
- *
- * Samples that rounding drives out of range keep their low byte. The destination's fourth samples keep what they
- * held.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u four-channel RGB pixels to LUV. Samples that rounding drives out of range keep their low byte.
+ * @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToLUV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u three-channel RGB pixels to LUV.
- *
- * Columns of whole groups of four truncate L and round U and V; the last columns of a row round all three, and give
- * black a U and a V of 0.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u three-channel RGB pixels to LUV. Columns of whole groups of four truncate L and round U and V; the last
+ * columns of a row round all three, and give black a U and a V of 0. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToLUV_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u four-channel RGB pixels to LUV.
- *
- * Columns of whole groups of four truncate L and round U and V; the last columns of a row truncate all three, and
- * give black a U and a V of 0. The destination's fourth samples keep what they held.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u four-channel RGB pixels to LUV. Columns of whole groups of four truncate L and round U and V; the last
+ * columns of a row truncate all three, and give black a U and a V of 0. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToLUV_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 16s three-channel RGB pixels to LUV.
- *
- * Columns of whole groups of four truncate L and round U and V; the last columns of a row round all three, and give
- * black a U and a V of -32768. As the 16u form on samples biased by 32768.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16s three-channel RGB pixels to LUV. Columns of whole groups of four truncate L and round U and V; the last
+ * columns of a row round all three, and give black a U and a V of -32768. As the 16u form on samples biased by 32768.
+ * @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToLUV_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s four-channel RGB pixels to LUV.
- *
- * Columns of whole groups of four truncate L and round U and V; the last columns of a row round all three, and give
- * black a U and a V of -32768. As the 16u form on samples biased by 32768. The destination's fourth samples keep
- * what they held.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s four-channel RGB pixels to LUV. @copydetails moxiRGBToLUV_16s_C3R */
 MOX_API MoxStatus moxiRGBToLUV_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 32f three-channel RGB pixels to LUV.
- *
- * RGB from 0 to 1; L, u and v are stored unscaled. Other RGB values give what the arithmetic gives, with a cube
- * root of no defined precision.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 32f three-channel RGB pixels to LUV. RGB from 0 to 1; L, u and v are stored unscaled. Other RGB values give
+ * what the arithmetic gives, with a cube root of no defined precision. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToLUV_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f four-channel RGB pixels to LUV.
- *
- * RGB from 0 to 1; L, u and v are stored unscaled. Other RGB values give what the arithmetic gives, with a cube
- * root of no defined precision. The destination's fourth samples keep what they held.
- *
- * @param src     interleaved RGB pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f four-channel RGB pixels to LUV. @copydetails moxiRGBToLUV_32f_C3R */
 MOX_API MoxStatus moxiRGBToLUV_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u three-channel BGR pixels to LUV.
- *
- * In the last width % 4 columns of a row, samples that rounding drives out of range keep their low byte; others
- * saturate.
- *
- * @param src     interleaved BGR pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u three-channel BGR pixels to LUV. In the last width % 4 columns of a row, samples that rounding drives out
+ * of range keep their low byte; others saturate. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiBGRToLUV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
-
-/**
- * Converts 32f three-channel BGR pixels to LUV.
- *
- * RGB from 0 to 1; L, u and v are stored unscaled. Other RGB values give what the arithmetic gives, with a cube
- * root of no defined precision.
- *
- * @param src     interleaved BGR pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved LUV pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f three-channel BGR pixels to LUV. @copydetails moxiRGBToLUV_32f_C3R */
 MOX_API MoxStatus moxiBGRToLUV_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 8u three-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four round to nearest results of approximate divisions; the last columns of a row
- * divide truly and round half up.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u three-channel LUV pixels to RGB. Columns of whole groups of four round to nearest results of approximate
+ * divisions; the last columns of a row divide truly and round half up. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiLUVToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u four-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four truncate results of approximate divisions; the last columns of a row divide truly
- * and round half up. The destination's fourth samples keep what they held.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u four-channel LUV pixels to RGB. Columns of whole groups of four truncate results of approximate
+ * divisions; the last columns of a row divide truly and round half up. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiLUVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u three-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four truncate results of refined approximate divisions; the last columns of a row
- * divide truly and round half up.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u three-channel LUV pixels to RGB. Columns of whole groups of four truncate results of refined approximate
+ * divisions; the last columns of a row divide truly and round half up. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiLUVToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u four-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four truncate results of refined approximate divisions; the last columns of a row
- * divide truly and round half up. The destination's fourth samples keep what they held.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u four-channel LUV pixels to RGB. @copydetails moxiLUVToRGB_16u_C3R */
 MOX_API MoxStatus moxiLUVToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 16s three-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four truncate results of refined approximate divisions; the last columns of a row
- * divide truly and round half up. As the 16u form on samples biased by 32768.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16s three-channel LUV pixels to RGB. Columns of whole groups of four truncate results of refined approximate
+ * divisions; the last columns of a row divide truly and round half up. As the 16u form on samples biased by 32768.
+ * @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiLUVToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s four-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four truncate results of refined approximate divisions; the last columns of a row
- * divide truly and round half up. As the 16u form on samples biased by 32768. The destination's fourth samples keep
- * what they held.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s four-channel LUV pixels to RGB. @copydetails moxiLUVToRGB_16s_C3R */
 MOX_API MoxStatus moxiLUVToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 32f three-channel LUV pixels to RGB.
- *
- * Columns of whole groups of four are stored unclamped; the last columns of a row are clamped to 0 to 1.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 32f three-channel LUV pixels to RGB. Columns of whole groups of four are stored unclamped; the last columns
+ * of a row are clamped to 0 to 1. @copydetails moxiRGBToLUV_8u_C3R
  */
 MOX_API MoxStatus moxiLUVToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f four-channel LUV pixels to RGB.
- *
- * All results are clamped to 0 to 1. The destination's fourth samples keep what they held.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes, rounded down to whole samples
- * @param dst     interleaved RGB pixels
- * @param dstStep distance between destination rows in bytes, rounded down to whole samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f four-channel LUV pixels to RGB. All results are clamped to 0 to 1. @copydetails moxiRGBToLUV_8u_C3R */
 MOX_API MoxStatus moxiLUVToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 8u three-channel LUV pixels to BGR.
- *
- * Columns of whole groups of four round to nearest results of approximate divisions; the last columns of a row
- * divide truly and round half up.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved BGR pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 8u three-channel LUV pixels to BGR. @copydetails moxiLUVToRGB_8u_C3R */
 MOX_API MoxStatus moxiLUVToBGR_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
-
-/**
- * Converts 32f three-channel LUV pixels to BGR.
- *
- * Columns of whole groups of four are stored unclamped; the last columns of a row are clamped to 0 to 1.
- *
- * @param src     interleaved LUV pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved BGR pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f three-channel LUV pixels to BGR. @copydetails moxiLUVToRGB_32f_C3R */
 MOX_API MoxStatus moxiLUVToBGR_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 

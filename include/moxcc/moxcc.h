@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @file
  * moxCC: pixel conversions whose every output bit is defined. This header includes all others.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup rec709_decode YCbCr of BT.709 to RGB
  * @ingroup video
@@ -15,12 +16,16 @@
  *     G = Y - 0.183 (Cb - 128) - 0.459 (Cr - 128)
  *     B = Y + 1.816 (Cb - 128)
  *
+ * BT.709 itself has 1.5748 and 1.8556 where these have 1.540 and 1.816: a full-range stream by the standard comes out
+ * wrong by up to 6. They are the inverse of the 709HDTV matrix in rec709_encode.h.
+ *
  * Results are limited to 0 to 255. The fixed-point forms differ by where they round; which column follows which depends
  * on the width alone, and is told with each function.
  *
- * Each pixel takes the chroma of the cell that it lies in, unfiltered. Of 4:2:0 the whole cells of 2 by 2 pixels are
- * decoded: the last column of an odd width and the last row of an odd height are neither read nor written, and the
- * status is moxStatusOddSize. All other functions return moxStatusOk at any size that they accept.
+ * Each pixel takes the chroma of the cell that it lies in, unfiltered, as if it were sited in the cell's middle
+ * (@ref siting). Of 4:2:0 the whole cells of 2 by 2 pixels are decoded: the last column of an odd width and the last row of
+ * an odd height are neither read nor written, and the status is moxStatusOddSize. All other functions return
+ * moxStatusOk at any size that they accept.
  *
  * Packed 4:2:2 rows hold two bytes a pixel. The last pixel of an odd width takes the chroma sample that it lacks from
  * the pair before; in a row of one pixel the one chroma sample stands for both.
@@ -45,12 +50,12 @@ MOX_EXTERN_C_BEGIN
  * Studio range. Terms of 4 fractional bits, rounded, in all columns; negative terms are truncated as such. The plane
  * pointers are tested before the size.
  *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, B, G, R
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize; of 4:2:0 also moxStatusOddSize
  */
 MOX_API MoxStatus moxiYCbCrToBGR_709CSC_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst,
                                                  int32_t dstStep, MoxiSize roiSize);
@@ -61,13 +66,13 @@ MOX_API MoxStatus moxiYCbCrToBGR_709CSC_8u_P3C3R(const Mox8u* const* srcPlanes, 
  * Studio range. Terms of 4 fractional bits, rounded, in all columns; negative terms are truncated without their sign.
  * The plane pointers are tested before the size.
  *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, B, G, R and aval
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @param aval      value of the fourth byte of each pixel written
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize; of 4:2:0 also moxStatusOddSize
  */
 MOX_API MoxStatus moxiYCbCrToBGR_709CSC_8u_P3C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst,
                                                  int32_t dstStep, MoxiSize roiSize, Mox8u aval);
@@ -78,12 +83,12 @@ MOX_API MoxStatus moxiYCbCrToBGR_709CSC_8u_P3C4R(const Mox8u* const* srcPlanes, 
  * Studio range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The
  * columns beyond: one sum of 16 fractional bits, rounded.
  *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcSteps  distance between rows in bytes for each source plane
- * @param dst       interleaved destination pixels, B, G, R
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusOddSize, moxStatusNullPtr or moxStatusBadSize
+ * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize; of 4:2:0 also moxStatusOddSize
  */
 MOX_API MoxStatus moxiYCbCr420ToBGR_709CSC_8u_P3C3R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                                     int32_t dstStep, MoxiSize roiSize);
@@ -91,16 +96,15 @@ MOX_API MoxStatus moxiYCbCr420ToBGR_709CSC_8u_P3C3R(const Mox8u* const* srcPlane
 /**
  * Decodes packed 4:2:2, Cb, Y0, Cr, Y1, to interleaved B, G, R.
  *
- * Full range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The
- * columns beyond: one sum of 16 fractional bits, rounded. The last pixel of an odd width is written, by the second
- * form.
+ * Full range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The columns
+ * beyond: one sum of 16 fractional bits, rounded. The last pixel of an odd width is written, by the second form.
  *
- * @param src     packed source pixel pairs, Cb, Y0, Cr, Y1
+ * @param src     packed source pixel pairs, two bytes a pixel
  * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, B, G, R
+ * @param dst     interleaved destination pixels
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize; of 4:2:0 also moxStatusOddSize
  */
 MOX_API MoxStatus moxiCbYCr422ToBGR_709HDTV_8u_C2C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                                      MoxiSize roiSize);
@@ -108,17 +112,16 @@ MOX_API MoxStatus moxiCbYCr422ToBGR_709HDTV_8u_C2C3R(const Mox8u* src, int32_t s
 /**
  * Decodes packed 4:2:2, Cb, Y0, Cr, Y1, to interleaved B, G, R and a fourth byte.
  *
- * Full range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The
- * columns beyond: one sum of 16 fractional bits, rounded. The last pixel of an odd width is written, by the second
- * form.
+ * Full range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The columns
+ * beyond: one sum of 16 fractional bits, rounded. The last pixel of an odd width is written, by the second form.
  *
- * @param src     packed source pixel pairs, Cb, Y0, Cr, Y1
+ * @param src     packed source pixel pairs, two bytes a pixel
  * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, B, G, R and aval
+ * @param dst     interleaved destination pixels
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
  * @param aval    value of the fourth byte of each pixel written
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize; of 4:2:0 also moxStatusOddSize
  */
 MOX_API MoxStatus moxiCbYCr422ToBGR_709HDTV_8u_C2C4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                                      MoxiSize roiSize, Mox8u aval);
@@ -126,16 +129,16 @@ MOX_API MoxStatus moxiCbYCr422ToBGR_709HDTV_8u_C2C4R(const Mox8u* src, int32_t s
 /**
  * Decodes 4:2:0 planes of Y, Cb, Cr to interleaved B, G, R and a fourth byte.
  *
- * Full range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The
- * columns beyond: one sum of 16 fractional bits, rounded.
+ * Full range. Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The columns
+ * beyond: one sum of 16 fractional bits, rounded.
  *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcSteps  distance between rows in bytes for each source plane
- * @param dst       interleaved destination pixels, B, G, R and aval
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @param aval      value of the fourth byte of each pixel written
- * @return moxStatusOk, moxStatusOddSize, moxStatusNullPtr or moxStatusBadSize
+ * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize; of 4:2:0 also moxStatusOddSize
  */
 MOX_API MoxStatus moxiYCbCr420ToBGR_709HDTV_8u_P3C4R(const Mox8u* const* srcPlanes, const int32_t* srcSteps, Mox8u* dst,
                                                      int32_t dstStep, MoxiSize roiSize, Mox8u aval);

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup rec709_encode RGB to YCbCr of BT.709
  * @ingroup video
@@ -15,9 +16,12 @@
  *     Cb = 128 - 0.117 R - 0.394 G + 0.511 B
  *     Cr = 128 + 0.511 R - 0.464 G - 0.047 B
  *
- * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels: two of a row in 4:2:2, two by
- * two in 4:2:0. Some columns of a row are computed with less precision than the rest, by rules that differ by 1 at
- * most; which ones depends on the width alone, and each function says which.
+ * BT.709 itself has 0.5 where these have 0.511: chroma is off by up to 3 from a stream by the standard. The functions
+ * of 709HDTV in rec709_decode.h are the inverse of this matrix.
+ *
+ * Luma is computed for each pixel. Chroma is that of the mean colour of a cell of pixels, two of a row in 4:2:2, two by
+ * two in 4:2:0, and so sited in its middle (@ref siting). Some columns of a row are computed with less precision than
+ * the rest, by rules that differ by 1 at most; which ones depends on the width alone, and each function says which.
  *
  * Memory holds B, G, R. The fourth byte of AC4 sources is not read into any result.
  *
@@ -42,13 +46,12 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Encodes BGR pixels as planar 4:2:0 in studio range, Cb before Cr.
+ * @brief Encodes BGR pixels as planar 4:2:0 in studio range, Cb before Cr. Less precision in the columns that passes of
+ * 16 take, and in one pass of 4 more if that bit of the width is set.
  *
- * Less precision in the columns that passes of 16 take, and in one pass of 4 more if that bit of the width is set.
- *
- * @param src       pixels B, G, R
+ * @param src       interleaved source pixels
  * @param srcStep   distance between source rows in bytes
- * @param dstPlanes planes Y, Cb, Cr
+ * @param dstPlanes the three destination planes: Y, and Cb before Cr where nothing else is said
  * @param dstSteps  distance between the rows of each plane in bytes, three values
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 2 x 2, or moxStatusOddSize when width or height is odd
@@ -58,59 +61,28 @@ MOX_API MoxStatus moxiBGRToYCbCr420_709CSC_8u_C3P3R(const Mox8u* src, int32_t sr
                                                     const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
- * Encodes BGR pixels with a fourth byte as planar 4:2:0 in studio range, Cb before Cr.
- *
- * Less precision in the columns that passes of 16 take, and in one pass of 4 more if that bit of the width is set.
- *
- * @param src       pixels B, G, R and a fourth byte
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes planes Y, Cb, Cr
- * @param dstSteps  distance between the rows of each plane in bytes, three values
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 2 x 2, or moxStatusOddSize when width or height is odd
- *         (whole cells have been written)
+ * Encodes BGR pixels with a fourth byte as planar 4:2:0 in studio range, Cb before Cr. Less precision in the columns
+ * that passes of 16 take, and in one pass of 4 more if that bit of the width is set.
+ * @copydetails moxiBGRToYCbCr420_709CSC_8u_C3P3R
  */
 MOX_API MoxStatus moxiBGRToYCbCr420_709CSC_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                      const int32_t* dstSteps, MoxiSize roiSize);
-
-/**
- * Encodes BGR pixels as planar 4:2:0 in studio range, Cr before Cb.
- *
- * Less precision in the columns that passes of 16 take, and in one pass of 4 more if that bit of the width is set.
- *
- * @param src       pixels B, G, R
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes planes Y, Cr, Cb
- * @param dstSteps  distance between the rows of each plane in bytes, three values
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 2 x 2, or moxStatusOddSize when width or height is odd
- *         (whole cells have been written)
- */
+/** Encodes BGR pixels as planar 4:2:0 in studio range, Cr before Cb. @copydetails moxiBGRToYCbCr420_709CSC_8u_AC4P3R */
 MOX_API MoxStatus moxiBGRToYCrCb420_709CSC_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                     const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
  * Encodes BGR pixels with a fourth byte as planar 4:2:0 in studio range, Cr before Cb.
- *
- * Less precision in the columns that passes of 16 take, and in one pass of 4 more if that bit of the width is set.
- *
- * @param src       pixels B, G, R and a fourth byte
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes planes Y, Cr, Cb
- * @param dstSteps  distance between the rows of each plane in bytes, three values
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 2 x 2, or moxStatusOddSize when width or height is odd
- *         (whole cells have been written)
+ * @copydetails moxiBGRToYCbCr420_709CSC_8u_AC4P3R
  */
 MOX_API MoxStatus moxiBGRToYCrCb420_709CSC_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                      const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
- * Encodes BGR pixels as semi-planar 4:2:0 in studio range.
+ * @brief Encodes BGR pixels as semi-planar 4:2:0 in studio range. Less precision in the columns below the width rounded
+ * down to a multiple of 8.
  *
- * Less precision in the columns below the width rounded down to a multiple of 8.
- *
- * @param src         pixels B, G, R
+ * @param src         interleaved source pixels
  * @param srcStep     distance between source rows in bytes
  * @param dstY        luma plane
  * @param dstYStep    distance between luma rows in bytes
@@ -124,49 +96,26 @@ MOX_API MoxStatus moxiBGRToYCbCr420_709CSC_8u_C3P2R(const Mox8u* src, int32_t sr
                                                     Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize);
 
 /**
- * Encodes BGR pixels with a fourth byte as semi-planar 4:2:0 in studio range.
- *
- * Less precision in the columns below the width rounded down to a multiple of 8.
- *
- * @param src         pixels B, G, R and a fourth byte
- * @param srcStep     distance between source rows in bytes
- * @param dstY        luma plane
- * @param dstYStep    distance between luma rows in bytes
- * @param dstCbCr     plane of Cb Cr pairs
- * @param dstCbCrStep distance between rows of pairs in bytes
- * @param roiSize     width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 2 x 2, or moxStatusOddSize when width or height is odd
- *         (whole cells have been written)
+ * Encodes BGR pixels with a fourth byte as semi-planar 4:2:0 in studio range. Less precision in the columns below the
+ * width rounded down to a multiple of 8. @copydetails moxiBGRToYCbCr420_709CSC_8u_C3P2R
  */
 MOX_API MoxStatus moxiBGRToYCbCr420_709CSC_8u_AC4P2R(const Mox8u* src, int32_t srcStep, Mox8u* dstY, int32_t dstYStep,
                                                      Mox8u* dstCbCr, int32_t dstCbCrStep, MoxiSize roiSize);
 
 /**
- * Encodes BGR pixels with a fourth byte as planar 4:2:0 in full range.
- *
- * Less precision in the columns that passes of 16 take, and in one pass of 4 more if that bit of the width is set.
- *
- * @param src       pixels B, G, R and a fourth byte
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes planes Y, Cb, Cr
- * @param dstSteps  distance between the rows of each plane in bytes, three values
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 2 x 2, or moxStatusOddSize when width or height is odd
- *         (whole cells have been written)
+ * Encodes BGR pixels with a fourth byte as planar 4:2:0 in full range. @copydetails moxiBGRToYCbCr420_709CSC_8u_AC4P3R
  */
 MOX_API MoxStatus moxiBGRToYCbCr420_709HDTV_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes,
                                                       const int32_t* dstSteps, MoxiSize roiSize);
 
 /**
- * Encodes BGR pixels as packed 4:2:2, Cb Y0 Cr Y1, in full range.
+ * @brief Encodes BGR pixels as packed 4:2:2, Cb Y0 Cr Y1, in full range. Less precision in the columns that passes of
+ * 32 take, and in one pass of 8 more if that bit of the width is set. The last pixel of an odd width gets two bytes, Cb
+ * and Y, of this pixel alone.
  *
- * Less precision in the columns that passes of 32 take, and in one pass of 8 more if that bit of the width is set.
- *
- * The last pixel of an odd width gets two bytes, Cb and Y, of this pixel alone.
- *
- * @param src     pixels B, G, R
+ * @param src     interleaved source pixels
  * @param srcStep distance between source rows in bytes
- * @param dst     rows of Cb Y0 Cr Y1 groups
+ * @param dst     packed destination pixel pairs, two bytes a pixel
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 1 x 1
@@ -175,18 +124,9 @@ MOX_API MoxStatus moxiBGRToCbYCr422_709HDTV_8u_C3C2R(const Mox8u* src, int32_t s
                                                      MoxiSize roiSize);
 
 /**
- * Encodes BGR pixels with a fourth byte as packed 4:2:2, Cb Y0 Cr Y1, in full range.
- *
- * Less precision in the columns below the width rounded down to a multiple of 8.
- *
- * The last pixel of an odd width gets two bytes, Cb and Y, of this pixel alone.
- *
- * @param src     pixels B, G, R and a fourth byte
- * @param srcStep distance between source rows in bytes
- * @param dst     rows of Cb Y0 Cr Y1 groups
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr, moxStatusBadSize below 1 x 1
+ * Encodes BGR pixels with a fourth byte as packed 4:2:2, Cb Y0 Cr Y1, in full range. Less precision in the columns
+ * below the width rounded down to a multiple of 8. The last pixel of an odd width gets two bytes, Cb and Y, of this
+ * pixel alone. @copydetails moxiBGRToCbYCr422_709HDTV_8u_C3C2R
  */
 MOX_API MoxStatus moxiBGRToCbYCr422_709HDTV_8u_AC4C2R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                                       MoxiSize roiSize);

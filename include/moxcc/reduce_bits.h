@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup reduce_bits Bit-depth reduction
  * @ingroup tone
@@ -67,10 +68,20 @@ enum {
 /** One of the methods above. */
 typedef int32_t MoxDitherType;
 
+/** The source's sample type, for moxiReduceBitsGetBufferSize(). */
+enum {
+    moxDataType8u = 1,  /**< #Mox8u. */
+    moxDataType16u = 3, /**< #Mox16u. */
+    moxDataType16s = 4, /**< #Mox16s. */
+    moxDataType32f = 9  /**< #Mox32f. */
+};
+/** One of the types above. */
+typedef int32_t MoxDataType;
+
 /**
  * The size of the buffer that the functions below want.
  *
- * @param dataType   the source's sample type: 1 for 8u, 3 for 16u, 4 for 16s, 9 for 32f; the size is the same for all
+ * @param dataType   the source's sample type, a #MoxDataType; the size is the same for all
  * @param roiSize    the region; its height does not count
  * @param noise      noise in percent, 0 to 100
  * @param ditherType the method
@@ -255,8 +266,8 @@ MOX_API MoxStatus moxiReduceBits_32f16s_AC4R(const Mox32f* src, int32_t srcStep,
  * @param threshold    samples strictly above it are white
  * @param buffer       for moxDitherSt, scratch memory of the size that moxiReduceBitsGetBufferSize() tells for it
  *                     without noise, at any address
- * @return moxStatusOk; moxStatusNullPtr if src or dst is null; moxStatusBadSize if the width or the height is below 1 or
- *         the offset below 0; moxStatusBadDitherType; moxStatusNullPtr if the method needs a buffer and buffer is null
+ * @return moxStatusOk; moxStatusNullPtr if src or dst is null; moxStatusBadSize if the width or the height is below 1
+ *         or the offset below 0; moxStatusBadDitherType; moxStatusNullPtr if the method needs a buffer and buffer is null
  */
 MOX_API MoxStatus moxiReduceBits_8u1u_C1R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                           int32_t dstBitOffset, MoxiSize roiSize, int32_t reserved1, int32_t reserved2,

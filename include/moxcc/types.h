@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup types Types and statuses
  * @brief Sample types, records and status codes that all functions share.
@@ -6,6 +7,9 @@
  * there is. The first test that fails decides the status; nothing has been written then. Samples are never tested: any
  * bits are a value.
  *
+ * MOX_API marks an exported function. A program that binds the library in another way defines it before the first
+ * header.
+ *
  * @{
  */
 #ifndef MOXCC_TYPES_H
@@ -13,8 +17,9 @@
 
 #include <stdint.h>
 
-/** Marks an exported function. */
+#ifndef MOX_API
 #define MOX_API __attribute__((visibility("default")))
+#endif
 
 /** @cond The headers' frame of C linkage. */
 #ifdef __cplusplus
@@ -76,6 +81,45 @@ enum {
     moxStatusBadNoise = -55,    /**< A noise percentage below 0 or above 100. */
     moxStatusBadDitherType = -224 /**< An unknown dither code. */
 };
+
+/**
+ * A status in words, for messages.
+ *
+ * @param status any value
+ * @return the text, which is constant: the description of the status above
+ */
+static inline const char* moxStatusText(MoxStatus status) {
+    switch (status) {
+        case moxStatusOk:
+            return "Success";
+        case moxStatusNoOperation:
+            return "Tone mapping: the maximum or the mean is negative, and nothing was written";
+        case moxStatusOddSize:
+            return "The region holds no whole number of chroma cells: the whole ones were converted";
+        case moxStatusBadArg:
+            return "An unknown Bayer grid code";
+        case moxStatusBadSize:
+            return "A region too small, or of a size that is not taken; in v210 also a step";
+        case moxStatusNullPtr:
+            return "A required pointer is null";
+        case moxStatusBadState:
+            return "A generator state of the wrong kind. No exported function takes one";
+        case moxStatusBadStep:
+            return "A step below 1, in the families that test steps";
+        case moxStatusBadDataType:
+            return "An unknown data-type code";
+        case moxStatusBadRange:
+            return "An upper limit that is not above the lower limit";
+        case moxStatusBadLevels:
+            return "A level count below 2 or above the depth's limit";
+        case moxStatusBadNoise:
+            return "A noise percentage below 0 or above 100";
+        case moxStatusBadDitherType:
+            return "An unknown dither code";
+        default:
+            return "An unknown status";
+    }
+}
 
 MOX_EXTERN_C_END
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup v210 v210
  * @ingroup video
@@ -18,6 +19,11 @@
  * moxStatusNullPtr if src or dst is null, then moxStatusBadSize if the width, the height or a step is below 1. Odd
  * widths are whole.
  *
+ * The colour functions are no way to show a picture. Broadcast video, with luma from 64 to 940, is far above what the
+ * fields of a colour word hold, so that nearly all its pixels run into the limits; and a gray of any level fills G half
+ * as far as R and B. They are for programs that expect these very words; for all else take the luma, or unpack and
+ * scale the samples first. Nor is their matrix quite that of BT.709, which has 1.5748 and 1.8556 for 1.54 and 1.816.
+ *
  * @{
  */
 #ifndef MOXCC_V210_H
@@ -28,34 +34,19 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts v210 to one colour word a pixel: R in bits 11 to 15, G in bits 5 to 10, B in bits 0 to 4.
- *
- * By the BT.709 matrix in single precision, with u = Cb - 512 and v = Cr - 512: R = 1.54 v + Y,
- * G = (-0.459 v + Y) - 0.183 u, B = Y + 1.816 u. Each is rounded to the nearest integer, ties to even in any rounding
- * mode, and limited to its field, 0 to 31 or 0 to 63. The 10-bit values are not scaled to the fields first: anything
- * above 31 or 63 fills its field. Chroma is not interpolated.
- *
- * @param src     groups of four words
- * @param srcStep distance between source rows in words
- * @param dst     one word per pixel
- * @param dstStep distance between destination rows in samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts v210 to one colour word a pixel: R in bits 11 to 15, G in bits 5 to 10, B in bits 0 to 4. By the BT.709
+ * matrix in single precision, with u = Cb - 512 and v = Cr - 512: R = 1.54 v + Y, G = (-0.459 v + Y) - 0.183 u, B = Y +
+ * 1.816 u. Each is rounded to the nearest integer, ties to even in any rounding mode, and limited to its field, 0 to 31
+ * or 0 to 63. The 10-bit values are not scaled to the fields first: anything above 31 or 63 fills its field. Chroma is
+ * not interpolated, as if it were sited between the two pixels (@ref siting).
+ * @copydetails moxiYUV422v210ToGray_709HDTV_32u16u_C3C1
  */
 MOX_API MoxStatus moxiYUV422v210ToBGR_709HDTV_32u16u_C3(const Mox32u* src, int32_t srcStep, Mox16u* dst,
                                                         int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts v210 to one colour word a pixel: B in bits 11 to 15, G in bits 5 to 10, R in bits 0 to 4.
- *
- * The arithmetic is that of moxiYUV422v210ToBGR_709HDTV_32u16u_C3().
- *
- * @param src     groups of four words
- * @param srcStep distance between source rows in words
- * @param dst     one word per pixel
- * @param dstStep distance between destination rows in samples
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts v210 to one colour word a pixel: B in bits 11 to 15, G in bits 5 to 10, R in bits 0 to 4. The arithmetic is
+ * that of moxiYUV422v210ToBGR_709HDTV_32u16u_C3(). @copydetails moxiYUV422v210ToGray_709HDTV_32u16u_C3C1
  */
 MOX_API MoxStatus moxiYUV422v210ToRGB_709HDTV_32u16u_C3(const Mox32u* src, int32_t srcStep, Mox16u* dst,
                                                         int32_t dstStep, MoxiSize roiSize);
@@ -65,7 +56,7 @@ MOX_API MoxStatus moxiYUV422v210ToRGB_709HDTV_32u16u_C3(const Mox32u* src, int32
  *
  * @param src     groups of four words
  * @param srcStep distance between source rows in words
- * @param dst     one sample per pixel
+ * @param dst     one word or sample per pixel
  * @param dstStep distance between destination rows in samples
  * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup xyz RGB and CIE XYZ
  * @ingroup models
@@ -24,10 +25,8 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts 8u RGB pixels to XYZ.
- *
- * Fixed point, rounded down and saturated. Columns below the width rounded down to a multiple of 8 have a coarser
- * matrix than the rest of the row and may differ by one.
+ * @brief Converts 8u RGB pixels to XYZ. Fixed point, rounded down and saturated. Columns below the width rounded down
+ * to a multiple of 8 have a coarser matrix than the rest of the row and may differ by one.
  *
  * @param src     source pixels
  * @param srcStep distance between source rows in bytes
@@ -39,229 +38,63 @@ MOX_EXTERN_C_BEGIN
 MOX_API MoxStatus moxiRGBToXYZ_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u RGB pixels to XYZ, keeping the destination's alpha.
- *
- * Fixed point, rounded down and saturated. Columns below the width rounded down to a multiple of 4 have a coarser
- * matrix than the rest of the row and may differ by one.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u RGB pixels to XYZ, keeping the destination's alpha. Fixed point, rounded down and saturated. Columns
+ * below the width rounded down to a multiple of 4 have a coarser matrix than the rest of the row and may differ by one.
+ * @copydetails moxiRGBToXYZ_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToXYZ_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u RGB pixels to XYZ.
- *
- * Single precision, truncated and saturated to 0 to 65535.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u RGB pixels to XYZ. Single precision, truncated and saturated to 0 to 65535.
+ * @copydetails moxiRGBToXYZ_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToXYZ_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u RGB pixels to XYZ, keeping the destination's alpha.
- *
- * Single precision, truncated and saturated to 0 to 65535.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u RGB pixels to XYZ, keeping the destination's alpha. @copydetails moxiRGBToXYZ_16u_C3R */
 MOX_API MoxStatus moxiRGBToXYZ_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 16s RGB pixels to XYZ.
- *
- * As the 16u form on samples biased by 32768.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s RGB pixels to XYZ. As the 16u form on samples biased by 32768. @copydetails moxiRGBToXYZ_8u_C3R */
 MOX_API MoxStatus moxiRGBToXYZ_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s RGB pixels to XYZ, keeping the destination's alpha.
- *
- * As the 16u form on samples biased by 32768.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s RGB pixels to XYZ, keeping the destination's alpha. @copydetails moxiRGBToXYZ_16s_C3R */
 MOX_API MoxStatus moxiRGBToXYZ_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 32f RGB pixels to XYZ.
- *
- * X and Y are stored as they come, Z is clamped to 0 to 1.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 32f RGB pixels to XYZ. X and Y are stored as they come, Z is clamped to 0 to 1.
+ * @copydetails moxiRGBToXYZ_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToXYZ_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f RGB pixels to XYZ, keeping the destination's alpha.
- *
- * X and Y are stored as they come, Z is clamped to 0 to 1.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f RGB pixels to XYZ, keeping the destination's alpha. @copydetails moxiRGBToXYZ_32f_C3R */
 MOX_API MoxStatus moxiRGBToXYZ_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 8u XYZ pixels to RGB.
- *
- * Fixed point, rounded down and saturated. Columns below the width rounded down to a multiple of 8 have a coarser
- * matrix than the rest of the row and may differ by one.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u XYZ pixels to RGB. Fixed point, rounded down and saturated. Columns below the width rounded down to a
+ * multiple of 8 have a coarser matrix than the rest of the row and may differ by one. @copydetails moxiRGBToXYZ_8u_C3R
  */
 MOX_API MoxStatus moxiXYZToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
-
-/**
- * Converts 8u XYZ pixels to RGB, keeping the destination's alpha.
- *
- * Fixed point, rounded down and saturated. Columns below the width rounded down to a multiple of 4 have a coarser
- * matrix than the rest of the row and may differ by one.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 8u XYZ pixels to RGB, keeping the destination's alpha. @copydetails moxiRGBToXYZ_8u_AC4R */
 MOX_API MoxStatus moxiXYZToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u XYZ pixels to RGB.
- *
- * Single precision, truncated and saturated to 0 to 65535.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u XYZ pixels to RGB. @copydetails moxiRGBToXYZ_16u_C3R */
 MOX_API MoxStatus moxiXYZToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u XYZ pixels to RGB, keeping the destination's alpha.
- *
- * Single precision, truncated and saturated to 0 to 65535.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u XYZ pixels to RGB, keeping the destination's alpha. @copydetails moxiRGBToXYZ_16u_C3R */
 MOX_API MoxStatus moxiXYZToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 16s XYZ pixels to RGB.
- *
- * As the 16u form on samples biased by 32768.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s XYZ pixels to RGB. @copydetails moxiRGBToXYZ_16s_C3R */
 MOX_API MoxStatus moxiXYZToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s XYZ pixels to RGB, keeping the destination's alpha.
- *
- * As the 16u form on samples biased by 32768.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s XYZ pixels to RGB, keeping the destination's alpha. @copydetails moxiRGBToXYZ_16s_C3R */
 MOX_API MoxStatus moxiXYZToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 32f XYZ pixels to RGB.
- *
- * Results are clamped to 0 to 1; a NaN stays.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f XYZ pixels to RGB. Results are clamped to 0 to 1; a NaN stays. @copydetails moxiRGBToXYZ_8u_C3R */
 MOX_API MoxStatus moxiXYZToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f XYZ pixels to RGB, keeping the destination's alpha.
- *
- * Results are clamped to 0 to 1; a NaN stays.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f XYZ pixels to RGB, keeping the destination's alpha. @copydetails moxiXYZToRGB_32f_C3R */
 MOX_API MoxStatus moxiXYZToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup ycbcr RGB and YCbCr
  * @ingroup models
@@ -27,14 +28,12 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts interleaved RGB to interleaved YCbCr.
+ * @brief Converts interleaved RGB to interleaved YCbCr. Columns below the width rounded down to a multiple of 16: terms
+ * rounded to 6 fractional bits. The columns beyond: one sum of 16 fractional bits, rounded.
  *
- * Columns below the width rounded down to a multiple of 16: terms rounded to 6 fractional bits. The columns beyond:
- * one sum of 16 fractional bits, rounded.
- *
- * @param src     interleaved source pixels, R, G, B
+ * @param src     interleaved source pixels
  * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, Y, Cb, Cr
+ * @param dst     interleaved destination pixels
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -43,31 +42,21 @@ MOX_API MoxStatus moxiRGBToYCbCr_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u
                                         MoxiSize roiSize);
 
 /**
- * Converts RGB pixels of four bytes to YCbCr pixels of four bytes.
- *
- * Columns below the width rounded down to a multiple of 16: terms rounded to 6 fractional bits, and the fourth byte
- * of the destination is set to 0. The columns beyond: one sum of 16 fractional bits, rounded, and the fourth byte
- * keeps its value. The source's fourth byte is not read.
- *
- * @param src     interleaved source pixels, R, G, B and a fourth byte
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, Y, Cb, Cr and a fourth byte
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts RGB pixels of four bytes to YCbCr pixels of four bytes. Columns below the width rounded down to a multiple
+ * of 16: terms rounded to 6 fractional bits, and the fourth byte of the destination is set to 0. The columns beyond:
+ * one sum of 16 fractional bits, rounded, and the fourth byte keeps its value. The source's fourth byte is not read.
+ * @copydetails moxiRGBToYCbCr_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToYCbCr_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                          MoxiSize roiSize);
 
 /**
- * Converts interleaved RGB to planes of Y, Cb and Cr.
+ * @brief Converts interleaved RGB to planes of Y, Cb and Cr. Columns below the width rounded down to a multiple of 8:
+ * truncated terms. The columns beyond: one sum of 16 fractional bits, rounded.
  *
- * Columns below the width rounded down to a multiple of 8: truncated terms. The columns beyond: one sum of 16
- * fractional bits, rounded.
- *
- * @param src       interleaved source pixels, R, G, B
+ * @param src       interleaved source pixels
  * @param srcStep   distance between source rows in bytes
- * @param dstPlanes pointers to the destination planes, Y, Cb, Cr
+ * @param dstPlanes pointers to the destination planes, in the order told above
  * @param dstStep   distance between rows in bytes, the same in all destination planes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -76,30 +65,21 @@ MOX_API MoxStatus moxiRGBToYCbCr_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox
                                           MoxiSize roiSize);
 
 /**
- * Converts RGB pixels of four bytes to planes of Y, Cb and Cr.
- *
- * Columns below the width rounded down to a multiple of 8: truncated terms. The columns beyond: one sum of 16
- * fractional bits, rounded. Alpha is dropped.
- *
- * @param src       interleaved source pixels, R, G, B and a fourth byte
- * @param srcStep   distance between source rows in bytes
- * @param dstPlanes pointers to the destination planes, Y, Cb, Cr
- * @param dstStep   distance between rows in bytes, the same in all destination planes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts RGB pixels of four bytes to planes of Y, Cb and Cr. Columns below the width rounded down to a multiple of 8:
+ * truncated terms. The columns beyond: one sum of 16 fractional bits, rounded. Alpha is dropped.
+ * @copydetails moxiRGBToYCbCr_8u_C3P3R
  */
 MOX_API MoxStatus moxiRGBToYCbCr_8u_AC4P3R(const Mox8u* src, int32_t srcStep, Mox8u* const* dstPlanes, int32_t dstStep,
                                            MoxiSize roiSize);
 
 /**
- * Converts planes of R, G and B to planes of Y, Cb and Cr.
+ * @brief Converts planes of R, G and B to planes of Y, Cb and Cr. Columns below the width rounded down to a multiple of
+ * 8: truncated terms. The columns beyond: one sum of 16 fractional bits, rounded. The plane pointers are tested after
+ * the size.
  *
- * Columns below the width rounded down to a multiple of 8: truncated terms. The columns beyond: one sum of 16
- * fractional bits, rounded. The plane pointers are tested after the size.
- *
- * @param srcPlanes pointers to the source planes, R, G, B
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dstPlanes pointers to the destination planes, Y, Cb, Cr
+ * @param dstPlanes pointers to the destination planes, in the order told above
  * @param dstStep   distance between rows in bytes, the same in all destination planes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -108,45 +88,27 @@ MOX_API MoxStatus moxiRGBToYCbCr_8u_P3R(const Mox8u* const* srcPlanes, int32_t s
                                         int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts interleaved YCbCr to interleaved RGB.
- *
- * Columns below the width rounded down to a multiple of 8: terms of 3 fractional bits, rounded. The columns beyond:
- * one sum of 16 fractional bits, rounded.
- *
- * @param src     interleaved source pixels, Y, Cb, Cr
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, R, G, B
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts interleaved YCbCr to interleaved RGB. Columns below the width rounded down to a multiple of 8: terms of 3
+ * fractional bits, rounded. The columns beyond: one sum of 16 fractional bits, rounded.
+ * @copydetails moxiRGBToYCbCr_8u_C3R
  */
 MOX_API MoxStatus moxiYCbCrToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts YCbCr pixels of four bytes to RGB pixels of four bytes.
- *
- * One sum of 16 fractional bits, truncated, in all columns. The fourth byte of the destination keeps its value.
- *
- * @param src     interleaved source pixels, Y, Cb, Cr and a fourth byte
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, R, G, B and a fourth byte
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts YCbCr pixels of four bytes to RGB pixels of four bytes. One sum of 16 fractional bits, truncated, in all
+ * columns. The fourth byte of the destination keeps its value. @copydetails moxiRGBToYCbCr_8u_C3R
  */
 MOX_API MoxStatus moxiYCbCrToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                          MoxiSize roiSize);
 
 /**
- * Converts planes of Y, Cb and Cr to interleaved RGB.
+ * @brief Converts planes of Y, Cb and Cr to interleaved RGB. Columns below the width rounded down to a multiple of 8:
+ * terms of 3 fractional bits, rounded. The columns beyond: one sum of 16 fractional bits, rounded.
  *
- * Columns below the width rounded down to a multiple of 8: terms of 3 fractional bits, rounded. The columns beyond:
- * one sum of 16 fractional bits, rounded.
- *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, R, G, B
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -155,14 +117,13 @@ MOX_API MoxStatus moxiYCbCrToRGB_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t
                                           MoxiSize roiSize);
 
 /**
- * Converts planes of Y, Cb and Cr to interleaved RGB and a fourth byte.
+ * @brief Converts planes of Y, Cb and Cr to interleaved RGB and a fourth byte. Columns below the width rounded down to
+ * a multiple of 8: terms of 4 fractional bits, rounded. The columns beyond: one sum of 16 fractional bits, rounded. The
+ * plane pointers are tested after the size.
  *
- * Columns below the width rounded down to a multiple of 8: terms of 4 fractional bits, rounded. The columns beyond:
- * one sum of 16 fractional bits, rounded. The plane pointers are tested after the size.
- *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, R, G, B and a fourth byte
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @param aval      value of the fourth byte of each pixel written
@@ -172,49 +133,24 @@ MOX_API MoxStatus moxiYCbCrToRGB_8u_P3C4R(const Mox8u* const* srcPlanes, int32_t
                                           MoxiSize roiSize, Mox8u aval);
 
 /**
- * Converts planes of Y, Cb and Cr to planes of R, G and B.
- *
- * Columns below the width rounded down to a multiple of 4: terms of 4 fractional bits, truncated. The columns beyond:
- * one sum of 16 fractional bits, rounded. The plane pointers are tested after the size.
- *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
- * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dstPlanes pointers to the destination planes, R, G, B
- * @param dstStep   distance between rows in bytes, the same in all destination planes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts planes of Y, Cb and Cr to planes of R, G and B. Columns below the width rounded down to a multiple of 4:
+ * terms of 4 fractional bits, truncated. The columns beyond: one sum of 16 fractional bits, rounded. The plane pointers
+ * are tested after the size. @copydetails moxiRGBToYCbCr_8u_P3R
  */
 MOX_API MoxStatus moxiYCbCrToRGB_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
                                         int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts planes of Y, Cb and Cr to interleaved BGR.
- *
- * Columns below the width rounded down to a multiple of 8: terms of 3 fractional bits, rounded. The columns beyond:
- * one sum of 16 fractional bits, rounded.
- *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
- * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, B, G, R
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts planes of Y, Cb and Cr to interleaved BGR. Columns below the width rounded down to a multiple of 8: terms of
+ * 3 fractional bits, rounded. The columns beyond: one sum of 16 fractional bits, rounded.
+ * @copydetails moxiYCbCrToRGB_8u_P3C3R
  */
 MOX_API MoxStatus moxiYCbCrToBGR_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                           MoxiSize roiSize);
 
 /**
- * Converts planes of Y, Cb and Cr to interleaved BGR and a fourth byte.
- *
- * Terms of 4 fractional bits, rounded, in all columns.
- *
- * @param srcPlanes pointers to the source planes, Y, Cb, Cr
- * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, B, G, R and a fourth byte
- * @param dstStep   distance between destination rows in bytes
- * @param roiSize   width and height in pixels
- * @param aval      value of the fourth byte of each pixel written
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts planes of Y, Cb and Cr to interleaved BGR and a fourth byte. Terms of 4 fractional bits, rounded, in all
+ * columns. @copydetails moxiYCbCrToRGB_8u_P3C4R
  */
 MOX_API MoxStatus moxiYCbCrToBGR_8u_P3C4R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                           MoxiSize roiSize, Mox8u aval);

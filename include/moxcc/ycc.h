@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup ycc RGB and PhotoYCC
  * @ingroup models
@@ -30,9 +31,7 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts 8u RGB pixels to YCC.
- *
- * Fixed point; results lie in 0 to 255.
+ * @brief Converts 8u RGB pixels to YCC. Fixed point; results lie in 0 to 255.
  *
  * @param src     source pixels
  * @param srcStep distance between source rows in bytes
@@ -44,232 +43,69 @@ MOX_EXTERN_C_BEGIN
 MOX_API MoxStatus moxiRGBToYCC_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts 8u RGB pixels to YCC, keeping the destination's alpha.
- *
- * Fixed point; results lie in 0 to 255.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 8u RGB pixels to YCC, keeping the destination's alpha. Fixed point; results lie in 0 to 255.
+ * @copydetails moxiRGBToYCC_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToYCC_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u RGB pixels to YCC.
- *
- * Single precision; vector columns are converted in the caller's rounding mode, the last columns by a matrix of
- * their own with half a unit added and truncated.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u RGB pixels to YCC. Single precision; vector columns are converted in the caller's rounding mode, the
+ * last columns by a matrix of their own with half a unit added and truncated. @copydetails moxiRGBToYCC_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToYCC_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u RGB pixels to YCC, keeping the destination's alpha.
- *
- * Single precision; vector columns are converted in the caller's rounding mode, the last columns by a matrix of
- * their own with half a unit added and truncated.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u RGB pixels to YCC, keeping the destination's alpha. @copydetails moxiRGBToYCC_16u_C3R */
 MOX_API MoxStatus moxiRGBToYCC_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 16s RGB pixels to YCC.
- *
- * Single precision on samples biased by 32768; vector columns are converted in the caller's rounding mode, the
- * last columns add half a unit and truncate.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16s RGB pixels to YCC. Single precision on samples biased by 32768; vector columns are converted in the
+ * caller's rounding mode, the last columns add half a unit and truncate. @copydetails moxiRGBToYCC_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToYCC_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s RGB pixels to YCC, keeping the destination's alpha.
- *
- * Single precision on samples biased by 32768; vector columns are converted in the caller's rounding mode, the
- * last columns add half a unit and truncate.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s RGB pixels to YCC, keeping the destination's alpha. @copydetails moxiRGBToYCC_16s_C3R */
 MOX_API MoxStatus moxiRGBToYCC_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 32f RGB pixels to YCC.
- *
- * Single precision, not clamped.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f RGB pixels to YCC. Single precision, not clamped. @copydetails moxiRGBToYCC_8u_C3R */
 MOX_API MoxStatus moxiRGBToYCC_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f RGB pixels to YCC, keeping the destination's alpha.
- *
- * Single precision, not clamped.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f RGB pixels to YCC, keeping the destination's alpha. @copydetails moxiRGBToYCC_32f_C3R */
 MOX_API MoxStatus moxiRGBToYCC_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
-
-/**
- * Converts 8u YCC pixels to RGB.
- *
- * Fixed point, saturated to 0 to 255.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 8u YCC pixels to RGB. Fixed point, saturated to 0 to 255. @copydetails moxiRGBToYCC_8u_C3R */
 MOX_API MoxStatus moxiYCCToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
-
-/**
- * Converts 8u YCC pixels to RGB, keeping the destination's alpha.
- *
- * Fixed point, saturated to 0 to 255.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 8u YCC pixels to RGB, keeping the destination's alpha. @copydetails moxiYCCToRGB_8u_C3R */
 MOX_API MoxStatus moxiYCCToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
 
 /**
- * Converts 16u YCC pixels to RGB.
- *
- * Single precision, saturated to 0 to 65535; vector columns are converted in the caller's rounding mode, the last
- * columns add half a unit and truncate.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16u YCC pixels to RGB. Single precision, saturated to 0 to 65535; vector columns are converted in the
+ * caller's rounding mode, the last columns add half a unit and truncate. @copydetails moxiRGBToYCC_8u_C3R
  */
 MOX_API MoxStatus moxiYCCToRGB_16u_C3R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16u YCC pixels to RGB, keeping the destination's alpha.
- *
- * Single precision, saturated to 0 to 65535; vector columns are converted in the caller's rounding mode, the last
- * columns add half a unit and truncate.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16u YCC pixels to RGB, keeping the destination's alpha. @copydetails moxiYCCToRGB_16u_C3R */
 MOX_API MoxStatus moxiYCCToRGB_16u_AC4R(const Mox16u* src, int32_t srcStep, Mox16u* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 16s YCC pixels to RGB.
- *
- * Single precision on samples biased by 32768, truncated and saturated.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 16s YCC pixels to RGB. Single precision on samples biased by 32768, truncated and saturated.
+ * @copydetails moxiRGBToYCC_8u_C3R
  */
 MOX_API MoxStatus moxiYCCToRGB_16s_C3R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 16s YCC pixels to RGB, keeping the destination's alpha.
- *
- * Single precision on samples biased by 32768, truncated and saturated.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 16s YCC pixels to RGB, keeping the destination's alpha. @copydetails moxiYCCToRGB_16s_C3R */
 MOX_API MoxStatus moxiYCCToRGB_16s_AC4R(const Mox16s* src, int32_t srcStep, Mox16s* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 
 /**
- * Converts 32f YCC pixels to RGB.
- *
- * Single precision, clamped to 0 to 1; a NaN stays.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts 32f YCC pixels to RGB. Single precision, clamped to 0 to 1; a NaN stays. @copydetails moxiRGBToYCC_8u_C3R
  */
 MOX_API MoxStatus moxiYCCToRGB_32f_C3R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                        MoxiSize roiSize);
-
-/**
- * Converts 32f YCC pixels to RGB, keeping the destination's alpha.
- *
- * Single precision, clamped to 0 to 1; a NaN stays.
- *
- * @param src     source pixels
- * @param srcStep distance between source rows in bytes
- * @param dst     destination pixels
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
- */
+/** Converts 32f YCC pixels to RGB, keeping the destination's alpha. @copydetails moxiYCCToRGB_32f_C3R */
 MOX_API MoxStatus moxiYCCToRGB_32f_AC4R(const Mox32f* src, int32_t srcStep, Mox32f* dst, int32_t dstStep,
                                         MoxiSize roiSize);
 

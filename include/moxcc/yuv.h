@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: BSD-2-Clause */
 /**
  * @defgroup yuv RGB and YUV
  * @ingroup models
@@ -8,6 +9,10 @@
  *     V = 128 + 0.877 (R - Y)                          B = Y + 2.032 (U - 128)
  *
  * with the luma weights of ITU-R BT.601. Results are limited to 0 to 255; any samples are accepted.
+ *
+ * U and V are the colour differences of analogue YUV. JPEG's YCbCr (JFIF) has the same luma and range, but other
+ * chroma, 0.564 (B - Y) and 0.713 (R - Y): a JPEG frame that goes through the functions of YUV comes out wrong by up to
+ * 34. No function of this library reads or writes JPEG's YCbCr.
  *
  * The fixed-point forms of these formulas differ by where they round, by at most one or two steps. Which column of a
  * row follows which form depends on the width alone, and is told with each function.
@@ -26,14 +31,12 @@
 MOX_EXTERN_C_BEGIN
 
 /**
- * Converts interleaved RGB to interleaved YUV.
+ * @brief Converts interleaved RGB to interleaved YUV. Columns below the width rounded down to a multiple of 16:
+ * truncated terms; white gives Y 254. The columns beyond: Y is truncated, the differences are rounded.
  *
- * Columns below the width rounded down to a multiple of 16: truncated terms; white gives Y 254. The columns beyond: Y
- * is truncated, the differences are rounded.
- *
- * @param src     interleaved source pixels, R, G, B
+ * @param src     interleaved source pixels
  * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, Y, U, V
+ * @param dst     interleaved destination pixels
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -41,17 +44,8 @@ MOX_EXTERN_C_BEGIN
 MOX_API MoxStatus moxiRGBToYUV_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts RGB pixels of four bytes to YUV pixels of four bytes.
- *
- * Y and the differences are rounded, in all columns. The source's fourth byte is not read, that of the destination
- * keeps its value.
- *
- * @param src     interleaved source pixels, R, G, B and a fourth byte
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, Y, U, V and a fourth byte
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts RGB pixels of four bytes to YUV pixels of four bytes. Y and the differences are rounded, in all columns. The
+ * source's fourth byte is not read, that of the destination keeps its value. @copydetails moxiRGBToYUV_8u_C3R
  */
 MOX_API MoxStatus moxiRGBToYUV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
@@ -59,12 +53,12 @@ MOX_API MoxStatus moxiRGBToYUV_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u*
 /**
  * Converts interleaved RGB to planes of Y, U and V.
  *
- * Columns below the width rounded down to a multiple of 8: truncated terms; white gives Y 254. The columns beyond: Y
- * is truncated, the differences are rounded.
+ * Columns below the width rounded down to a multiple of 8: truncated terms; white gives Y 254. The columns beyond: Y is
+ * truncated, the differences are rounded.
  *
- * @param src       interleaved source pixels, R, G, B
+ * @param src       interleaved source pixels
  * @param srcStep   distance between source rows in bytes
- * @param dstPlanes pointers to the destination planes, Y, U, V
+ * @param dstPlanes pointers to the destination planes, in the order told above
  * @param dstStep   distance between rows in bytes, the same in all destination planes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -75,10 +69,10 @@ MOX_API MoxStatus moxiRGBToYUV_8u_C3P3R(const Mox8u* src, int32_t srcStep, Mox8u
 /**
  * Converts RGB and alpha, interleaved, to planes of Y, U, V and alpha.
  *
- * Columns below the width rounded down to a multiple of 8: through twice the luma, with one fractional bit. The
- * columns beyond: Y and the differences are rounded. Alpha is copied.
+ * Columns below the width rounded down to a multiple of 8: through twice the luma, with one fractional bit. The columns
+ * beyond: Y and the differences are rounded. Alpha is copied.
  *
- * @param src       interleaved source pixels, R, G, B and a fourth byte
+ * @param src       interleaved source pixels
  * @param srcStep   distance between source rows in bytes
  * @param dstPlanes pointers to the destination planes, Y, U, V and alpha; all four must be valid
  * @param dstStep   distance between rows in bytes, the same in all destination planes
@@ -89,14 +83,12 @@ MOX_API MoxStatus moxiRGBToYUV_8u_AC4P4R(const Mox8u* src, int32_t srcStep, Mox8
                                          MoxiSize roiSize);
 
 /**
- * Converts planes of R, G and B to planes of Y, U and V.
+ * @brief Converts planes of R, G and B to planes of Y, U and V. Columns below the width rounded down to a multiple of
+ * 16: truncated terms; white gives Y 254. The columns beyond: weights of 15 or 16 fractional bits, truncated.
  *
- * Columns below the width rounded down to a multiple of 16: truncated terms; white gives Y 254. The columns beyond:
- * weights of 15 or 16 fractional bits, truncated.
- *
- * @param srcPlanes pointers to the source planes, R, G, B
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dstPlanes pointers to the destination planes, Y, U, V
+ * @param dstPlanes pointers to the destination planes, in the order told above
  * @param dstStep   distance between rows in bytes, the same in all destination planes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -105,32 +97,15 @@ MOX_API MoxStatus moxiRGBToYUV_8u_P3R(const Mox8u* const* srcPlanes, int32_t src
                                       int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts interleaved YUV to interleaved RGB.
- *
- * Columns below the width rounded down to a multiple of 8: terms truncated to whole numbers. The columns beyond: one
- * sum of 16 fractional bits; R and B are rounded, G is truncated.
- *
- * @param src     interleaved source pixels, Y, U, V
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, R, G, B
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts interleaved YUV to interleaved RGB. Columns below the width rounded down to a multiple of 8: terms truncated
+ * to whole numbers. The columns beyond: one sum of 16 fractional bits; R and B are rounded, G is truncated.
+ * @copydetails moxiRGBToYUV_8u_C3R
  */
 MOX_API MoxStatus moxiYUVToRGB_8u_C3R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep, MoxiSize roiSize);
 
 /**
- * Converts YUV pixels of four bytes to RGB pixels of four bytes.
- *
- * One sum of 16 fractional bits in all columns; R and B are rounded, G is truncated. The fourth byte of the
- * destination keeps its value.
- *
- * @param src     interleaved source pixels, Y, U, V and a fourth byte
- * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, R, G, B and a fourth byte
- * @param dstStep distance between destination rows in bytes
- * @param roiSize width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts YUV pixels of four bytes to RGB pixels of four bytes. One sum of 16 fractional bits in all columns; R and B
+ * are rounded, G is truncated. The fourth byte of the destination keeps its value. @copydetails moxiRGBToYUV_8u_C3R
  */
 MOX_API MoxStatus moxiYUVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u* dst, int32_t dstStep,
                                        MoxiSize roiSize);
@@ -138,12 +113,12 @@ MOX_API MoxStatus moxiYUVToRGB_8u_AC4R(const Mox8u* src, int32_t srcStep, Mox8u*
 /**
  * Converts interleaved YUV to interleaved RGB and a fourth byte.
  *
- * Columns below the width rounded down to a multiple of 8: terms of 3 fractional bits, rounded. The columns beyond:
- * one sum of 16 fractional bits, rounded.
+ * Columns below the width rounded down to a multiple of 8: terms of 3 fractional bits, rounded. The columns beyond: one
+ * sum of 16 fractional bits, rounded.
  *
- * @param src     interleaved source pixels, Y, U, V
+ * @param src     interleaved source pixels
  * @param srcStep distance between source rows in bytes
- * @param dst     interleaved destination pixels, R, G, B and a fourth byte
+ * @param dst     interleaved destination pixels
  * @param dstStep distance between destination rows in bytes
  * @param roiSize width and height in pixels
  * @param aval    value of the fourth byte of each pixel written
@@ -155,12 +130,12 @@ MOX_API MoxStatus moxiYUVToRGB_8u_C3C4R(const Mox8u* src, int32_t srcStep, Mox8u
 /**
  * Converts planes of Y, U and V to interleaved RGB.
  *
- * Columns below the width rounded down to a multiple of 16: terms of one fractional bit, truncated. The columns
- * beyond: one sum of 16 fractional bits, truncated.
+ * Columns below the width rounded down to a multiple of 16: terms of one fractional bit, truncated. The columns beyond:
+ * one sum of 16 fractional bits, truncated.
  *
- * @param srcPlanes pointers to the source planes, Y, U, V
+ * @param srcPlanes pointers to the source planes, in the order told above
  * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dst       interleaved destination pixels, R, G, B
+ * @param dst       interleaved destination pixels
  * @param dstStep   distance between destination rows in bytes
  * @param roiSize   width and height in pixels
  * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
@@ -169,16 +144,8 @@ MOX_API MoxStatus moxiYUVToRGB_8u_P3C3R(const Mox8u* const* srcPlanes, int32_t s
                                         MoxiSize roiSize);
 
 /**
- * Converts planes of Y, U and V to planes of R, G and B.
- *
- * One sum of 16 fractional bits, truncated, in all columns.
- *
- * @param srcPlanes pointers to the source planes, Y, U, V
- * @param srcStep   distance between rows in bytes, the same in all source planes
- * @param dstPlanes pointers to the destination planes, R, G, B
- * @param dstStep   distance between rows in bytes, the same in all destination planes
- * @param roiSize   width and height in pixels
- * @return moxStatusOk, moxStatusNullPtr or moxStatusBadSize
+ * Converts planes of Y, U and V to planes of R, G and B. One sum of 16 fractional bits, truncated, in all columns.
+ * @copydetails moxiRGBToYUV_8u_P3R
  */
 MOX_API MoxStatus moxiYUVToRGB_8u_P3R(const Mox8u* const* srcPlanes, int32_t srcStep, Mox8u* const* dstPlanes,
                                       int32_t dstStep, MoxiSize roiSize);

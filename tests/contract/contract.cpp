@@ -158,7 +158,7 @@ Scene::Scene(const Inputs& inputs, Random& random) : arguments(inputs.arguments)
                 break;
             case Parameter::step:
                 argument.number = p.side == 2 ? buffer->step() : steps_[p.side][std::max(p.plane, 0)];
-                if (f.countsSamples()) argument.number /= p.bytes;
+                if (f.steps == StepUnit::samples) argument.number /= p.bytes;
                 break;
             case Parameter::result:
                 argument.pointer = place(others_, p.bytes, 1, {})->rowStart(0);

@@ -149,8 +149,14 @@ template <class T>
 struct Scratch {
     Random random{3};
     Plane<Mox8u> plane;
-    explicit Scratch(int width)
-        : plane((std::max(width, 6) + 8) * int(sizeof(T)), 30, 1, Layout{.gap = 1, .guard = Guard::after}, random) {}
+    explicit Scratch(int width) : plane(rowSize(width), 30, 1, Layout{.gap = 1, .guard = Guard::after}, random) {}
+
+    static int rowSize(int width) {
+        int32_t step;
+        const int64_t size = moxiDemosaicAHDGetBufferSize(width, sizeof(T), &step);
+        EXPECT_EQ(size, 30 * step);
+        return step;
+    }
 };
 
 template <class T, class Function>

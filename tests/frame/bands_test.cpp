@@ -1,151 +1,77 @@
-// A picture that is converted band by band equals one converted whole, where docs/bands.md says so. One function stands for
-// each line of the page's table whose bands may begin at some rows only, or where alignment or the place in the picture counts.
-#include <functional>
-#include <vector>
+// A picture that is converted band by band equals one converted whole: every export that may be split, at sizes below,
+// beside and beyond its cells, on up to 64 threads. What may not be split runs as one.
+#include <numeric>
 
-#include "moxcc/moxcc.h"
+#include "support/picture.h"
 #include "support/support.h"
 
 using namespace moxtest;
+using catalogue::Export;
+using catalogue::Value;
 
 namespace {
 
-// Where bands may begin: at rows phase, phase + unit, ...; and how high one must be.
-struct Cuts {
-    int unit;
-    int phase = 0;
-    int least = 1;
+class Bands : public ::testing::TestWithParam<size_t> {
+  protected:
+    static const Export& entry() { return catalogue::exports()[GetParam()]; }
 };
 
-// Source and destination of a conversion: planes without gaps, one behind the other.
-struct Picture {
-    MoxiSize size;
-    std::vector<uint8_t> src, dst;
-
-    template <class T = Mox8u>
-    const T* in(int64_t byte = 0) const {
-        return reinterpret_cast<const T*>(src.data() + byte);
+/// The picture's own values, or those of a call that may be split.
+Values drawn(const Export& e, Random& random) {
+    Values values;
+    values.alpha = static_cast<double>(random.bits() & 0xFF);
+    values.grid = static_cast<MoxBayerGrid>(random.bits() % 4);
+    values.levels = static_cast<int>(random.between(2, 9));
+    if (e.parameter(Value::dither)) {
+        values.dither = random.oneOf({moxDitherNone, moxDitherBayer, moxDitherBayer, moxDitherFs});
+        values.noise = random.oneOf({0, 0, 50});
     }
-    template <class T = Mox8u>
-    T* out(int64_t byte = 0) {
-        return reinterpret_cast<T*>(dst.data() + byte);
-    }
-};
+    return values;
+}
 
-// Converts the rows y to y + h - 1 of the picture.
-using Convert = std::function<MoxStatus(const Library& lib, Picture& picture, int y, int h)>;
-
-void expectBands(MoxiSize size, int srcBytes, int dstBytes, Cuts cuts, const Convert& convert) {
+TEST_P(Bands, GiveTheBytesOfOneCall) {
+    const Export& e = entry();
+    if (!e.converts()) return;
     Random random(20);
-    const size_t area = size_t(size.width) * size_t(size.height);
-    Picture picture{size, std::vector<uint8_t>(area * size_t(srcBytes)),
-                    std::vector<uint8_t>(area * size_t(dstBytes) + 64)};
-    for (uint8_t& byte : picture.src) byte = static_cast<uint8_t>(random.bits());
+    static const float weights[16] = {0.3f, 0.6f, 0.1f, 0.2f, 0.1f, 0.7f, 0.2f, 0.1f,
+                                      0.4f, 0.1f, 0.5f, 0.1f, 0,    0,    0,    1};
+    static const double wide[3] = {0.3, 0.6, 0.1};
+    for (const MoxiSize drawnSize : {MoxiSize{37, 64}, {40, 61}, {32, 40}, {6, 9}, {64, 5}, {1, 3}, {16, 1100}}) {
+        MoxiSize size = {std::max(drawnSize.width, e.least.width), std::max(drawnSize.height, e.least.height)};
+        if (e.tested(catalogue::Check::wholeCells)) size = {size.width & -4, size.height & -4};
+        if (size.height > 64 && !e.parameter(Value::dither)) continue;
+        Values values = drawn(e, random);
+        values.weights = e.is("*64f*") ? static_cast<const void*>(wide) : weights;
+        const Picture src(e, e.inPlace() ? 1 : 0, size, random, values);
+        if (e.is("*AHD*"))  // few values, so that many pixels are ties
+            for (int y = 0; y < src[0].rows(); ++y)
+                for (int x = 0; x < src[0].rowBytes(); ++x) src[0].rowStart(y)[x] &= 3;
+        const Picture before = e.inPlace() ? src : Picture(e, 1, size, random, values);
+        forEachLibrary([&](const Library& lib) {
+            const CallScope note({e.name.c_str(), lib.name(), size});
+            void* const function = lib.symbol(e.name.c_str());
+            const Picture whole = before;
+            const MoxStatus status = catalogue::call(e, src.view(), whole.view(), values, function);
+            for (const int threads : {1, 2, 3, 7, 64}) {
+                const Picture bands = before;
+                ASSERT_EQ(catalogue::callInBands(e, src.view(), bands.view(), values, threads, function), status);
+                ASSERT_TRUE(same(bands, whole, Nan::anyNan)) << threads << " threads";
+            }
+        });
+    }
+}
 
-    forEachLibrary([&](const Library& lib) {
-        Picture whole = picture, bands = picture;
-        ASSERT_EQ(convert(lib, whole, 0, size.height), moxStatusOk);
-        for (int y = 0, end; y < size.height; y = end) {
-            end = y + cuts.least + static_cast<int>(random.between(0, size.height / 3));
-            while ((end - cuts.phase) % cuts.unit != 0) ++end;
-            if (end + cuts.least > size.height) end = size.height;
-            ASSERT_EQ(convert(lib, bands, y, end - y), moxStatusOk) << "rows " << y << " to " << end - 1;
-        }
-        EXPECT_TRUE(whole.dst == bands.dst);
-    });
+INSTANTIATE_TEST_SUITE_P(, Bands, ::testing::Range(size_t(0), catalogue::exports().size()),
+                         [](const auto& index) { return catalogue::exports()[index.param].name; });
+
+TEST(BandsOf, AreNeverEmptyAndAsManyAsAskedFor) {
+    const Export& rows = *catalogue::find("moxiRGBToGray_8u_C3C1R");
+    const Export& cells = *catalogue::find("moxiYCbCr420ToRGB_8u_P3C3R");
+    EXPECT_EQ(catalogue::bandsOf(rows, {8, 7}, {}, 3), std::vector<int>({0, 2, 4, 7}));
+    EXPECT_EQ(catalogue::bandsOf(rows, {8, 3}, {}, 64), std::vector<int>({0, 1, 2, 3}));
+    EXPECT_EQ(catalogue::bandsOf(cells, {8, 7}, {}, 64), std::vector<int>({0, 2, 4, 6, 7}));
+    EXPECT_EQ(catalogue::bandsOf(*catalogue::find("moxiToneMapMean_32f8u_C1R"), {8, 64}, {}, 4),
+              std::vector<int>({0, 64}));
 }
 
 }  // namespace
-
-TEST(Bands, BeginAtAnyRowThoughAlignmentCounts) {
-    for (const int off : {0, 8}) {
-        expectBands({9, 40}, 24, 8, {1}, [=](const Library& lib, Picture& p, int y, int h) {
-            return MOX_CALL(lib, moxiColorToGray_64f_C3C1R)(p.in<Mox64f>(y * 9 * 24), 9 * 24,
-                                                            p.out<Mox64f>(off + y * 9 * 8), 9 * 8, {9, h}, nullptr);
-        });
-        // Rows of 32 pixels: all steps are multiples of 16.
-        expectBands({32, 40}, 3, 2, {1}, [=](const Library& lib, Picture& p, int y, int h) {
-            Mox8u* const planes[] = {p.out(off + y * 32), p.out(off + 1280 + y * 16), p.out(off + 1920 + y * 16)};
-            const int32_t steps[] = {32, 16, 16};
-            return MOX_CALL(lib, moxiRGBToYUV422_8u_C3P3R)(p.in(y * 96), 96, planes, steps, {32, h});
-        });
-    }
-}
-
-TEST(Bands, OfPicturesWithoutStepsAreWholeGroups) {
-    // 40 columns: every second row begins at a multiple of 16 pixels, and 7 rows are more than 256 of them.
-    expectBands({40, 61}, 3, 2, {2, 0, 7}, [](const Library& lib, Picture& p, int y, int h) {
-        Mox8u* const planes[] = {p.out(y * 40), p.out(2440 + y * 20), p.out(3660 + y * 20)};
-        return MOX_CALL(lib, moxiRGBToYUV422_8u_C3P3)(p.in(y * 120), planes, {40, h});
-    });
-    expectBands({40, 61}, 2, 3, {2, 0, 7}, [](const Library& lib, Picture& p, int y, int h) {
-        const Mox8u* const planes[] = {p.in(y * 40), p.in(2440 + y * 20), p.in(3660 + y * 20)};
-        return MOX_CALL(lib, moxiYUV422ToRGB_8u_P3C3)(planes, p.out(y * 120), {40, h});
-    });
-    expectBands({41, 60}, 3, 2 + 1, {1}, [](const Library& lib, Picture& p, int y, int h) {
-        Mox8u* const planes[] = {p.out(y * 41), p.out(2460 + y * 21), p.out(3720 + y * 21)};
-        return MOX_CALL(lib, moxiRGBToYUV422_8u_C3P3)(p.in(y * 123), planes, {41, h});
-    });
-}
-
-TEST(Bands, OfSubsampledChromaAreWholeCells) {
-    static const int32_t half[] = {36, 18, 18}, quarter[] = {36, 9, 9};
-    expectBands({36, 40}, 2, 4, {2}, [](const Library& lib, Picture& p, int y, int h) {
-        const Mox8u* const planes[] = {p.in(y * 36), p.in(1440 + y / 2 * 18), p.in(1800 + y / 2 * 18)};
-        return MOX_CALL(lib, moxiYCrCb420ToBGR_Filter_8u_P3C4R)(planes, half, p.out(y * 144), 144, {36, h}, 7);
-    });
-    expectBands({36, 40}, 2, 2, {2}, [](const Library& lib, Picture& p, int y, int h) {
-        const Mox8u* const from[] = {p.in(y * 36), p.in(1440 + y * 9), p.in(1800 + y * 9)};
-        Mox8u* const to[] = {p.out(y * 36), p.out(1440 + y / 2 * 18), p.out(1800 + y / 2 * 18)};
-        return MOX_CALL(lib, moxiYCbCr411ToYCbCr420_8u_P3R)(from, quarter, to, half, {36, h});
-    });
-    expectBands({36, 40}, 2, 2, {4}, [](const Library& lib, Picture& p, int y, int h) {
-        const Mox8u* const from[] = {p.in(y * 36), p.in(1440 + y * 9), p.in(1800 + y * 9)};
-        Mox8u* const to[] = {p.out(y * 36), p.out(1440 + y / 2 * 18), p.out(1800 + y / 2 * 18)};
-        return MOX_CALL(lib, moxiYCbCr411To420_8u_P3R)(from, quarter, to, half, {36, h});
-    });
-    expectBands({36, 40}, 2, 2, {4}, [](const Library& lib, Picture& p, int y, int h) {
-        const Mox8u* const from[] = {p.in(y * 36), p.in(1440 + y / 2 * 18), p.in(1800 + y / 2 * 18)};
-        Mox8u* const to[] = {p.out(y * 36), p.out(1440 + y / 4 * 9), p.out(1530 + y / 4 * 9)};
-        return MOX_CALL(lib, moxiYCbCr420To1620_8u_P3R)(from, half, to, quarter, {36, h});
-    });
-    expectBands({36, 40}, 2, 2, {4}, [](const Library& lib, Picture& p, int y, int h) {
-        const Mox8u* const from[] = {p.in(y * 36), p.in(1440 + y * 18), p.in(2160 + y * 18)};
-        Mox8u* const to[] = {p.out(y * 36), p.out(1440 + y / 2 * 18), p.out(1800 + y / 2 * 18)};
-        return MOX_CALL(lib, moxiYCbCr422To420_Interlace_8u_P3R)(from, half, to, half, {36, h});
-    });
-}
-
-TEST(Bands, OfBayerImagesAreRegions) {
-    const MoxiSize size = {37, 61};
-    for (const MoxBayerGrid grid : {moxBayerGridBGGR, moxBayerGridRGGB, moxBayerGridGBRG, moxBayerGridGRBG}) {
-        expectBands(size, 1, 3, {1}, [=](const Library& lib, Picture& p, int y, int h) {
-            return MOX_CALL(lib, moxiCFAToRGB_8u_C1C3R)(p.in(), {0, y, 37, h}, size, 37, p.out(y * 111), 111, grid);
-        });
-        expectBands(size, 1, 4, {1, 0, 3}, [=](const Library& lib, Picture& p, int y, int h) {
-            return MOX_CALL(lib, moxiCFAToBGRA_VNG_8u_C1C4R_L)(p.in(), {0, y, 37, h}, size, 37, nullptr, p.out(y * 148),
-                                                               148, grid);
-        });
-        const int redRow = grid == moxBayerGridRGGB || grid == moxBayerGridGRBG ? 0 : 1;
-        expectBands(size, 1, 3, {2, redRow}, [=](const Library& lib, Picture& p, int y, int h) {
-            // Few values, so that many pixels are ties.
-            for (uint8_t& sample : p.src) sample &= 3;
-            std::vector<uint8_t> scratch(30 * (37 + 8));
-            return MOX_CALL(lib, moxiDemosaicAHD_8u_C1C3R)(p.in(), {0, y, 37, h}, size, 37, p.out(y * 111), 111, grid,
-                                                           scratch.data(), 37 + 8);
-        });
-    }
-}
-
-TEST(Bands, OfDitherAreWholePeriods) {
-    const auto reduce = [](MoxDitherType dither, int noise) {
-        return [=](const Library& lib, Picture& p, int y, int h) {
-            std::vector<uint8_t> scratch(8192);
-            return MOX_CALL(lib, moxiReduceBits_8u_C3R)(p.in(y * 33), 33, p.out(y * 33), 33, {11, h}, noise, dither, 4,
-                                                        scratch.data());
-        };
-    };
-    expectBands({11, 40}, 3, 3, {1}, reduce(moxDitherNone, 50));
-    expectBands({11, 40}, 3, 3, {4}, reduce(moxDitherBayer, 0));
-    expectBands({11, 3000}, 3, 3, {512}, reduce(moxDitherBayer, 50));
-}

@@ -1,4 +1,4 @@
-// The power kernel, which no export shows: compiled into this test at both widths, against plain code.
+// The power kernel, which no export shows: compiled into this test at each width, against plain code.
 #include <gtest/gtest.h>
 
 #include <cfenv>
@@ -9,12 +9,12 @@
 #include "moxcc/types.h"
 #include "support/support.h"
 
-namespace sse42 {
-int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
-}
-namespace avx2 {
-int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
-}
+#define LEVEL(level, ...)                                                            \
+    namespace level {                                                                \
+    int32_t moxsPowx_32f_A21(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len); \
+    }
+#include "levels.inc"
+#undef LEVEL
 
 using namespace moxtest;
 
@@ -23,12 +23,20 @@ namespace {
 constexpr float inf = INFINITY, largest = std::numeric_limits<float>::max();
 constexpr float forwardExponent = 0.45f, inverseExponent = 1 / 0.45f;
 
-using Kernel = decltype(sse42::moxsPowx_32f_A21);
+using Kernel = int32_t(const Mox32f* src, Mox32f p, Mox32f* dst, int32_t len);
 
 void forEachWidth(const std::function<void(Kernel*)>& body) {
-    for (Kernel* const kernel : {sse42::moxsPowx_32f_A21, avx2::moxsPowx_32f_A21}) {
-        if (kernel == avx2::moxsPowx_32f_A21 && !__builtin_cpu_supports("avx2")) continue;
-        SCOPED_TRACE(kernel == sse42::moxsPowx_32f_A21 ? "SSE4.2" : "AVX2");
+    const struct {
+        Kernel* kernel;
+        const char* name;
+        bool runs;
+    } widths[] = {
+#define LEVEL(level, name, path, runs) {level::moxsPowx_32f_A21, name, runs},
+#include "levels.inc"
+    };
+    for (const auto& [kernel, name, runs] : widths) {
+        if (!runs) continue;
+        SCOPED_TRACE(name);
         body(kernel);
     }
 }

@@ -233,22 +233,22 @@ TEST(Hls, ToRGB) {
 }
 
 TEST(Hls, FromBGR) {
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AC4R), bgrToHls, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_C3P3R), bgrToHls, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_P3C3R), bgrToHls, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_P3R), bgrToHls, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AC4P4R), bgrToHls, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AP4C4R), bgrToHls, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiBGRToHLS_8u_AP4R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_AC4R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_C3P3R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_P3C3R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_P3R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_AC4P4R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_AP4C4R), bgrToHls, {hues});
+    expectPixels(MOX_EXPORT(moxiBGRToHLS_8u_AP4R), bgrToHls, {hues});
 }
 
 TEST(Hls, ToBGR) {
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_C3P3R), hlsToBgr, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_P3C3R), hlsToBgr, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_P3R), hlsToBgr, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_AC4P4R), hlsToBgr, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_AP4C4R), hlsToBgr, {hues});
-    expectPixels<Stride::positive>(MOX_EXPORT(moxiHLSToBGR_8u_AP4R), hlsToBgr, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToBGR_8u_C3P3R), hlsToBgr, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToBGR_8u_P3C3R), hlsToBgr, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToBGR_8u_P3R), hlsToBgr, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToBGR_8u_AC4P4R), hlsToBgr, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToBGR_8u_AP4C4R), hlsToBgr, {hues});
+    expectPixels(MOX_EXPORT(moxiHLSToBGR_8u_AP4R), hlsToBgr, {hues});
 }
 
 TEST(Hls, AllColours) {

@@ -204,19 +204,4 @@ TEST(Lab, KnownColours) {
     });
 }
 
-// In double precision, RGB comes back as it was from L of 8 and more: the matrices' six decimals are the limit.
-TEST(Lab, ColoursComeBack) {
-    Random random(7);
-    const MoxiSize roi = {301, 9};
-    Image<Mox64f**, const int32_t*> src(roi, 3, Stride::samples, random), lab = src, rgb = src;
-    src.fill(independent<Mox64f>([&] { return random.uniform(0.02, 1.0); }));
-    forEachLibrary([&](const Library& lib) {
-        MOX_CALL(lib, moxiRGBToLab_64f_P3R)(src.pointer(), src.step(), lab.pointer(), lab.step(), roi);
-        MOX_CALL(lib, moxiLabToRGB_64f_P3R)(lab.pointer(), lab.step(), rgb.pointer(), rgb.step(), roi);
-        for (int y = 0; y < roi.height; ++y)
-            for (int x = 0; x < roi.width; ++x)
-                for (size_t c = 0; c < 3; ++c) ASSERT_NEAR(rgb.get(x, y, c), src.get(x, y, c), 2e-5);
-    });
-}
-
 }  // namespace

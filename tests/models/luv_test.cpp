@@ -189,14 +189,14 @@ TEST(Luv, EightBitColumnsFollowTheirRules) {
 }
 
 TEST(Luv, SixteenBitColumnsFollowTheirRules) {
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16u_C3R), toLuv<Mox16u, 3>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16u_AC4R), toLuv<Mox16u, 4>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16u_C3R), toRgb<Mox16u, 3>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16u_AC4R), toRgb<Mox16u, 4>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16s_C3R), toLuv<Mox16s, 3>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiRGBToLUV_16s_AC4R), toLuv<Mox16s, 4>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16s_C3R), toRgb<Mox16s, 3>, {darkAndGray});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_16s_AC4R), toRgb<Mox16s, 4>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_16u_C3R), toLuv<Mox16u, 3>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_16u_AC4R), toLuv<Mox16u, 4>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_16u_C3R), toRgb<Mox16u, 3>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_16u_AC4R), toRgb<Mox16u, 4>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_16s_C3R), toLuv<Mox16s, 3>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_16s_AC4R), toLuv<Mox16s, 4>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_16s_C3R), toRgb<Mox16s, 3>, {darkAndGray});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_16s_AC4R), toRgb<Mox16s, 4>, {darkAndGray});
 }
 
 // LUV with colours near those for which v' is zero, and with L on both sides of where rules change.
@@ -211,12 +211,12 @@ Pixels<Mox32f> luvs(Random& random) {
 
 // The one form without vector columns drops the low bits of a step.
 TEST(Luv, FloatColumnsFollowTheirRules) {
-    expectPixels<Stride::bytes>(MOX_EXPORT(moxiRGBToLUV_32f_C3R), toLuv<Mox32f, 3>, {unitRange, anything});
-    expectPixels<Stride::bytes>(MOX_EXPORT(moxiRGBToLUV_32f_AC4R), toLuv<Mox32f, 4>, {unitRange, anything});
-    expectPixels<Stride::bytes>(MOX_EXPORT(moxiBGRToLUV_32f_C3R), fromBgr(toLuv<Mox32f, 3>), {unitRange, anything});
-    expectPixels<Stride::bytes>(MOX_EXPORT(moxiLUVToRGB_32f_C3R), toRgb<Mox32f, 3>, {luvs, anything});
-    expectPixels<Stride::cut>(MOX_EXPORT(moxiLUVToRGB_32f_AC4R), inGroups(noGroups, back<Mox32f, 4>), {luvs, anything});
-    expectPixels<Stride::bytes>(MOX_EXPORT(moxiLUVToBGR_32f_C3R), toBgr(toRgb<Mox32f, 3>), {luvs, anything});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_32f_C3R), toLuv<Mox32f, 3>, {unitRange, anything});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_32f_AC4R), toLuv<Mox32f, 4>, {unitRange, anything});
+    expectPixels(MOX_EXPORT(moxiBGRToLUV_32f_C3R), fromBgr(toLuv<Mox32f, 3>), {unitRange, anything});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_32f_C3R), toRgb<Mox32f, 3>, {luvs, anything});
+    expectPixels(MOX_EXPORT(moxiLUVToRGB_32f_AC4R), inGroups(noGroups, back<Mox32f, 4>), {luvs, anything});
+    expectPixels(MOX_EXPORT(moxiLUVToBGR_32f_C3R), toBgr(toRgb<Mox32f, 3>), {luvs, anything});
 }
 
 TEST(Luv, EveryEightBitColourFollowsItsRule) {

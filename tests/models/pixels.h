@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "support/picture.h"
 #include "support/support.h"
 
 namespace moxtest {
@@ -139,114 +140,43 @@ Pixels<T> anything(Random& random) {
     });
 }
 
-// ---- images ----
-
-/// The steps that an export takes.
-enum class Stride {
-    samples,   // any multiple of a sample
-    positive,  // any that goes down
-    bytes,     // any
-    cut        // any, of which whole samples count
-};
-
-/// One side of a conversion: interleaved samples in one plane, or a plane a channel, with one step or a step a plane.
-template <class Pointer, class Step>
-class Image {
-  public:
-    using T = std::remove_const_t<std::remove_pointer_t<std::remove_const_t<std::remove_pointer_t<Pointer>>>>;
-
-    Image(MoxiSize size, int channels, Stride stride, Random& random) {
-        const int unit = stride == Stride::bytes ? 1 : sizeof(T);
-        const Layout first = Layout::random(random, unit);
-        for (size_t i = 0; i < size_t(planar ? channels : 1); ++i) {
-            Layout layout = Layout::random(random, unit);
-            if (!std::is_pointer_v<Step>) layout.gap = first.gap, layout.bottomUp = first.bottomUp;
-            if (stride == Stride::positive) layout.bottomUp = false;
-            planes_.emplace_back(size.width, size.height, planar ? 1 : channels, layout, random);
-            steps_[i] = planes_[i].step();
-            if (stride == Stride::cut) steps_[i] += static_cast<int32_t>(random.between(0, unit - 1));
-        }
-    }
-
-    T get(int x, int y, size_t c) const { return planes_[planar ? c : 0].get(x, y, planar ? 0 : int(c)); }
-    void set(int x, int y, size_t c, T value) { planes_[planar ? c : 0].set(x, y, planar ? 0 : int(c), value); }
-
-    /// Sets the colour samples to those of the pixels that next() gives, row by row.
-    void fill(const Pixels<T>& next) {
-        for (int y = 0; y < planes_[0].rows(); ++y)
-            for (int x = 0; x < planes_[0].columns(); ++x) setPixel(x, y, next());
-    }
-
-    Pixel<T> pixel(int x, int y) const { return {get(x, y, 0), get(x, y, 1), get(x, y, 2)}; }
-    void setPixel(int x, int y, const Pixel<T>& p) {
-        for (size_t c = 0; c < 3; ++c) set(x, y, c, p[c]);
-    }
-
-    const std::vector<Plane<T>>& planes() const { return planes_; }
-
-    // The image as arguments.
-    Pointer pointer() {
-        for (size_t i = 0; i < planes_.size(); ++i) addresses_[i] = planes_[i].data();
-        if constexpr (planar)
-            return addresses_;
-        else
-            return addresses_[0];
-    }
-    Step step() const {
-        if constexpr (std::is_pointer_v<Step>)
-            return steps_;
-        else
-            return steps_[0];
-    }
-
-  private:
-    static constexpr bool planar = std::is_pointer_v<std::remove_pointer_t<Pointer>>;
-
-    std::vector<Plane<T>> planes_;
-    T* addresses_[4] = {};
-    int32_t steps_[4] = {};
-};
+// ---- comparisons ----
 
 template <class Pointer>
-using SampleOf = typename Image<Pointer, int32_t>::T;
-
-// ---- comparisons ----
+using SampleOf = std::remove_const_t<std::remove_pointer_t<std::remove_const_t<std::remove_pointer_t<Pointer>>>>;
 
 /// Compares an export with its rule on images of each source, at all sizes and in all rounding modes. The fourth
 /// samples of AC4 images stay; those of planes are copied.
-template <Stride stride = Stride::samples, class S, class SStep, class D, class DStep>
-void expectPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize)> function,
+template <class S, class SStep, class D, class DStep, class... Extra>
+void expectPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize, Extra...)> function,
                   const PixelRule<SampleOf<S>, SampleOf<D>>& rule, std::initializer_list<Source<SampleOf<S>>> sources) {
-    const auto named = [&](const char* part) {
-        return std::string_view(function.name).find(part) != std::string::npos;
+    using T = SampleOf<S>;
+    const bool copiesFourth = std::string_view(function.name).find("P4") != std::string_view::npos;
+    const auto reference = [&](const Picture& src, Picture& want, const Values&) {
+        const MoxiSize size = src.size();
+        for (int y = 0; y < size.height; ++y) {
+            for (int x = 0; x < size.width; ++x) {
+                const auto out = rule({src.get<T>(x, y, 0), src.get<T>(x, y, 1), src.get<T>(x, y, 2)}, x, size.width);
+                for (int c = 0; c < 3; ++c) want.set(x, y, c, out[size_t(c)]);
+                if (copiesFourth) want.set(x, y, 3, src.get<T>(x, y, 3));
+            }
+        }
     };
-    const int channels = named("AC4") || named("AP4") ? 4 : 3;
-    const bool copiesAlpha = named("P4");
-    const auto compare = [&](uint32_t control, Source<SampleOf<S>> source, MoxiSize roi, Random& random) {
-        Image<S, SStep> src(roi, channels, stride, random);
-        Image<D, DStep> want(roi, channels, stride, random);
-        const Image<D, DStep> before = want;
-        src.fill(source(random));
-        underMxcsr(control, [&] {
-            for (int y = 0; y < roi.height; ++y) {
-                for (int x = 0; x < roi.width; ++x) {
-                    want.setPixel(x, y, rule(src.pixel(x, y), x, roi.width));
-                    if (copiesAlpha) want.set(x, y, 3, src.get(x, y, 3));
+    for (const Source<T> source : sources) {
+        const auto fill = [&](Picture& picture, Random& random) {
+            const Pixels<T> next = source(random);
+            for (int y = 0; y < picture.size().height; ++y) {
+                for (int x = 0; x < picture.size().width; ++x) {
+                    const Pixel<T> p = next();
+                    for (int c = 0; c < 3; ++c) picture.set(x, y, c, p[size_t(c)]);
                 }
             }
-        });
-        forEachLibrary([&](const Library& lib) {
-            Image<D, DStep> got = before;
-            const MxcsrScope scope(control);
-            ASSERT_EQ(lib(function)(src.pointer(), src.step(), got.pointer(), got.step(), roi), moxStatusOk);
-            for (size_t i = 0; i < got.planes().size(); ++i)
-                ASSERT_TRUE(same(got.planes()[i], want.planes()[i], Nan::anyNan))
-                    << "plane " << i << ", " << roundingName(control);
-        });
-    };
-    for (const Source<SampleOf<S>> source : sources)
-        for (const uint32_t control : mxcsr::roundings)
-            forEachSize([&](MoxiSize roi, Random& random) { compare(control, source, roi, random); });
+        };
+        expect(function.name, reference,
+               {.roundings = {std::begin(mxcsr::roundings), std::end(mxcsr::roundings)},
+                .fill = fill,
+                .nan = Nan::anyNan});
+    }
 }
 
 /// Compares an export with its rule for all 2^24 pixels of 8u samples, in vector columns and in last ones.

@@ -1,6 +1,6 @@
 // The floating-point controls of the thread. The compiler does not know that they change results: put the code that is
 // to run under other controls into a lambda for underMxcsr(), which no operation crosses, or change them around calls
-// only.
+// only. On 64-bit ARM the words stand for those of FPCR, and there is no x87 unit.
 #ifndef SUPPORT_FLOAT_ENV_H
 #define SUPPORT_FLOAT_ENV_H
 

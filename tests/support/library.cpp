@@ -43,13 +43,22 @@ void noteFaults() {
 
 std::vector<Library> load() {
     noteFaults();
+    const struct {
+        const char *name, *path;
+        bool runs;
+    } files[] = {
+#define LEVEL(level, name, path, runs) {name, path, runs},
+#include "levels.inc"
+#ifdef MOXCC_LIBRARY_STATIC
+        {"static", MOXCC_LIBRARY_STATIC, true},
+#endif
+    };
     const char* const only = std::getenv("MOXCC_TEST_LIBRARY");
-    const auto wanted = [only](const char* name) { return !only || std::strcmp(only, name) == 0; };
     std::vector<Library> libs;
-    if (wanted("SSE4.2")) libs.emplace_back("SSE4.2", MOXCC_LIBRARY_SSE42);
-    if (wanted("AVX2") && __builtin_cpu_supports("avx2")) libs.emplace_back("AVX2", MOXCC_LIBRARY_AVX2);
+    for (const auto& file : files)
+        if (file.runs && (!only || std::strcmp(only, file.name) == 0)) libs.emplace_back(file.name, file.path);
     if (libs.empty()) {
-        std::puts("No library file to test: this processor has no AVX2, or MOXCC_TEST_LIBRARY names no file");
+        std::puts("No library file to test: this processor does not run it, or MOXCC_TEST_LIBRARY names no file");
         std::exit(skipped);
     }
     return libs;

@@ -1,4 +1,4 @@
-// The two library files, side by side, and typed calls into them.
+// The library files, side by side, and typed calls into them.
 #ifndef SUPPORT_LIBRARY_H
 #define SUPPORT_LIBRARY_H
 
@@ -79,7 +79,7 @@ class Library {
     /// Throws if the file cannot be loaded.
     Library(const char* name, const char* path);
 
-    const char* name() const { return name_; }  ///< "SSE4.2" or "AVX2".
+    const char* name() const { return name_; }  ///< "SSE4.2" or another width's, or "static".
     const char* path() const { return path_; }
     void* symbol(const char* name) const;  ///< Null if the file does not export the name.
 
@@ -97,7 +97,7 @@ class Library {
     void* handle_;
 };
 
-/// The files to test: both, but for the AVX2 file on a processor without AVX2, and see MOXCC_TEST_LIBRARY in support.h.
+/// The files to test: all that this processor runs, and see MOXCC_TEST_LIBRARY in support.h.
 const std::vector<Library>& libraries();
 
 /// Calls body(const Library&) for each file; ends at the first failure.

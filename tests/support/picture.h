@@ -1,118 +1,111 @@
-// Pictures of one or more 8-bit planes, and calls that take their arguments from them: a table of exports with
-// different argument lists can then be tested by one loop.
+// The pictures of a call, as the catalogue has them: planes between guard pages, with not a byte more than the export may
+// touch, read and written by what the samples mean; and the comparison of an export with its rule.
 #ifndef SUPPORT_PICTURE_H
 #define SUPPORT_PICTURE_H
 
-#include <algorithm>
 #include <functional>
-#include <utility>
+#include <string>
+#include <type_traits>
 #include <vector>
 
+#include "catalogue/call.h"
+#include "support/float_env.h"
 #include "support/library.h"
 #include "support/plane.h"
 #include "support/sizes.h"
 
 namespace moxtest {
 
-struct Shape {
-    int columns, rows, channels;
-};
+using catalogue::Values;
 
-enum class Steps {
-    own,    // each plane has a step of its own
-    shared  // one step serves all
-};
-
+/// A side of a call. All bytes start random. Copies lie the same way.
 class Picture {
   public:
-    Picture(const std::vector<Shape>& shapes, Steps steps, Random& random) {
-        Layout first = Layout::random(random, 1);
-        for (const Shape& shape : shapes) {
-            Layout layout = Layout::random(random, 1);
-            if (steps == Steps::shared) layout.gap = first.gap, layout.bottomUp = first.bottomUp;
-            planes_.emplace_back(shape.columns, std::max(shape.rows, 1), shape.channels, layout, random);
-        }
-        for (size_t i = 0; i < planes_.size(); ++i) steps_[i] = planes_[i].step();
-    }
+    /// Lying as the export's steps allow, at random, or all planes as `layout` says.
+    Picture(const catalogue::Export& e, int side, MoxiSize size, Random& random, const Values& values = {},
+            const Layout* layout = nullptr);
 
-    /// All planes lie in the same way.
-    Picture(const std::vector<Shape>& shapes, const Layout& layout, Random& random) {
-        for (const Shape& shape : shapes)
-            planes_.emplace_back(shape.columns, std::max(shape.rows, 1), shape.channels, layout, random);
-        for (size_t i = 0; i < planes_.size(); ++i) steps_[i] = planes_[i].step();
-    }
-
-    Plane<Mox8u>& operator[](size_t plane) { return planes_[plane]; }
-    const Plane<Mox8u>& operator[](size_t plane) const { return planes_[plane]; }
+    const catalogue::Side& side() const { return *side_; }
+    MoxiSize size() const { return size_; }
     size_t planes() const { return planes_.size(); }
-    const int32_t* steps() const { return steps_; }
+    PlaneBytes& operator[](size_t plane) { return planes_[plane]; }
+    const PlaneBytes& operator[](size_t plane) const { return planes_[plane]; }
+    catalogue::Picture view() const;
+
+    /// Sets every sample to what next() gives.
+    template <class T>
+    void fill(const std::function<T()>& next) {
+        for (PlaneBytes& plane : planes_)
+            for (int y = 0; y < plane.rows(); ++y)
+                for (int x = 0; x < plane.rowBytes(); x += int(sizeof(T))) put(plane.rowStart(y) + x, next());
+    }
+
+    /// A channel of a pixel, as it stands in memory: interleaved or in a plane of its own.
+    template <class T = Mox8u>
+    T get(int x, int y, int c = 0) const {
+        T value;
+        std::memcpy(&value, channel(x, y, c), sizeof(T));
+        return value;
+    }
+    template <class T>
+    void set(int x, int y, int c, T value) {
+        put(channel(x, y, c), value);
+    }
+
+    // Bytes by their meaning: red, green, blue, fourth; luma; the two kinds of chroma of a cell, Cb or U first.
+    int colour(int x, int y, int c) const { return *channel(x, y, inMemory(c)); }
+    void setColour(int x, int y, int c, int value) { setByte(channel(x, y, inMemory(c)), value); }
+    int luma(int x, int y) const { return *lumaByte(x, y); }
+    void setLuma(int x, int y, int value) { setByte(lumaByte(x, y), value); }
+    int chroma(int cell, int row, int kind) const { return *chromaByte(cell, row, kind); }
+    void setChroma(int cell, int row, int kind, int value) { setByte(chromaByte(cell, row, kind), value); }
 
   private:
-    std::vector<Plane<Mox8u>> planes_;
-    int32_t steps_[4] = {};
+    template <class T>
+    static void put(uint8_t* to, T value) {
+        std::memcpy(to, &value, sizeof(T));
+    }
+    static void setByte(uint8_t* to, int value);
+    bool isPlanar() const { return planes_.size() > 1; }
+    int inMemory(int colour) const;
+    uint8_t* channel(int x, int y, int c) const;
+    uint8_t* lumaByte(int x, int y) const;
+    uint8_t* chromaByte(int cell, int row, int kind) const;
+
+    const catalogue::Side* side_;
+    MoxiSize size_;
+    bool reversed_, chromaFirst_, crossed_;
+    std::vector<PlaneBytes> planes_;
+    int lowBits_ = 0;  // of a step that is rounded down
 };
 
-/// Calls an export with what its parameters ask for, in their order: pointers to const come from the source, others
-/// from the destination; integers are the steps of the pointers before them; a byte is the alpha value.
-template <class... P>
-MoxStatus callOn(const Function<MoxStatus(P...)>& function, const Picture& src, const Picture& dst, MoxiSize roi,
-                 Mox8u aval) {
-    Mox8u* planes[2][4] = {};
-    for (size_t i = 0; i < src.planes(); ++i) planes[0][i] = src[i].data();
-    for (size_t i = 0; i < dst.planes(); ++i) planes[1][i] = dst[i].data();
-    const Picture* last = nullptr;
-    size_t next[2] = {};
-    const auto argument = [&]<class T>(std::type_identity<T>) -> T {
-        if constexpr (std::is_same_v<T, MoxiSize>) {
-            return roi;
-        } else if constexpr (std::is_same_v<T, Mox8u>) {
-            return aval;
-        } else if constexpr (std::is_same_v<T, const int32_t*>) {
-            return last->steps();
-        } else if constexpr (std::is_same_v<T, int32_t>) {
-            return last->steps()[last == &src ? next[0] - 1 : next[1] - 1];
-        } else if constexpr (std::is_pointer_v<std::remove_pointer_t<T>>) {
-            constexpr int side = std::is_const_v<std::remove_pointer_t<std::remove_pointer_t<T>>> ? 0 : 1;
-            last = side == 0 ? &src : &dst;
-            next[side] = 1;
-            return const_cast<T>(static_cast<Mox8u* const*>(planes[side]));
-        } else {
-            constexpr int side = std::is_const_v<std::remove_pointer_t<T>> ? 0 : 1;
-            last = side == 0 ? &src : &dst;
-            return planes[side][next[side]++];
-        }
-    };
-    std::tuple<P...> arguments{argument(std::type_identity<P>())...};
-    return std::apply(function, arguments);
-}
+/// Compares every byte, margins too.
+::testing::AssertionResult same(const Picture& got, const Picture& want, Nan nan = Nan::bits);
 
-/// What a conversion is expected to do.
-struct Conversion {
-    std::function<std::vector<Shape>(MoxiSize)> src, dst;  // the planes, with no byte more than the export may touch
-    Steps srcSteps, dstSteps;
-    std::function<void(const Picture& src, Picture& dst, MoxiSize roi, Mox8u aval)> expected;
-    std::function<MoxStatus(MoxiSize)> status = [](MoxiSize) { return moxStatusOk; };
+/// What a call makes of the source: writes the pixels of `want` that the export writes. In place, the source is what the
+/// destination held before.
+using Reference = std::function<void(const Picture& src, Picture& want, const Values& values)>;
+
+/// So many that a rounding offset of 16 fractional bits that is one off shows.
+#ifdef MOXCC_FEWER_CASES
+inline constexpr int manyPixels = 4000;
+#else
+inline constexpr int manyPixels = 1 << 19;
+#endif
+
+/// The calls that an export is compared in.
+struct Calls {
+    int fromWidth = 1, toWidth = 70, maxHeight = 5;
+    std::vector<uint32_t> roundings = {mxcsr::usual};
+    std::function<void(Picture& src, Random& random)> fill = nullptr;  // default: random samples of all values
+    std::function<Values(Random& random)> values = nullptr;            // default: a random alpha
+    Nan nan = Nan::bits;
 };
 
-/// Calls an export of both files at all sizes, on random pictures, and compares every byte of the destination.
-template <class F>
-void expectConversion(Symbol<F> function, const Conversion& conversion, int fromWidth = 1, int toWidth = 70) {
-    forEachSize(
-        [&](MoxiSize roi, Random& random) {
-            Picture src(conversion.src(roi), conversion.srcSteps, random);
-            Picture want(conversion.dst(roi), conversion.dstSteps, random);
-            const Picture before = want;
-            const auto aval = static_cast<Mox8u>(random.bits());
-            conversion.expected(src, want, roi, aval);
-            for (size_t i = 0; i < src.planes(); ++i) src[i].protect();
-            forEachLibrary([&](const Library& lib) {
-                const Picture got = before;
-                ASSERT_EQ(callOn(lib(function), src, got, roi, aval), conversion.status(roi)) << function.name;
-                for (size_t i = 0; i < want.planes(); ++i) ASSERT_TRUE(same(got[i], want[i])) << "plane " << i;
-            });
-        },
-        fromWidth, toWidth);
-}
+/// Calls an export of each file at all sizes from its least on, and compares status and bytes with the reference.
+void expect(const char* name, const Reference& reference, const Calls& calls = {});
+/// The same for one size.
+void expectAt(const char* name, MoxiSize size, Random& random, const Reference& reference, const Calls& calls = {});
 
 }  // namespace moxtest
 

@@ -127,17 +127,12 @@ bool bytesEqual(const PlaneBytes& a, const PlaneBytes& b) { return std::ranges::
 
 namespace detail {
 
-template <class T>
-SampleType sampleType() {
-    return {sizeof(T), isNan<T>, show<T>};
+SampleType sampleType(int bytes, bool floating, bool isSigned) {
+    const auto of = []<class T>(T) -> SampleType { return {sizeof(T), isNan<T>, show<T>}; };
+    if (floating) return bytes == 4 ? of(float()) : of(double());
+    if (isSigned) return bytes == 2 ? of(int16_t()) : of(int32_t());
+    return bytes == 1 ? of(uint8_t()) : bytes == 2 ? of(uint16_t()) : of(uint32_t());
 }
-template SampleType sampleType<uint8_t>();
-template SampleType sampleType<uint16_t>();
-template SampleType sampleType<int16_t>();
-template SampleType sampleType<uint32_t>();
-template SampleType sampleType<int32_t>();
-template SampleType sampleType<float>();
-template SampleType sampleType<double>();
 
 ::testing::AssertionResult same(const PlaneBytes& got, const PlaneBytes& want, int channels, const SampleType& type,
                                 Nan nan) {

@@ -135,8 +135,7 @@ struct SampleType {
     bool (*nan)(const uint8_t*);
     std::string (*show)(const uint8_t*);
 };
-template <class T>
-SampleType sampleType();
+SampleType sampleType(int bytes, bool floating, bool isSigned);
 ::testing::AssertionResult same(const PlaneBytes& got, const PlaneBytes& want, int channels, const SampleType& type,
                                 Nan nan);
 }  // namespace detail
@@ -145,7 +144,8 @@ SampleType sampleType();
 /// the library and the first few samples that differ.
 template <class T>
 ::testing::AssertionResult same(const Plane<T>& got, const Plane<T>& want, Nan nan = Nan::bits) {
-    return detail::same(got, want, got.channels(), detail::sampleType<T>(), nan);
+    return detail::same(got, want, got.channels(),
+                        detail::sampleType(sizeof(T), std::is_floating_point_v<T>, std::is_signed_v<T>), nan);
 }
 
 /// As same(), for the margins only: says whether anything beside the rows' own bytes has changed.

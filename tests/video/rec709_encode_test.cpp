@@ -61,18 +61,24 @@ const Encoder hdtv422 = {passes<32, 8>, cell(hl1, hp1), cell(hl2, hp3), cell(hl2
 const Encoder hdtv422A = {wholeGroups<8>, cell(hl1, hp2), cell(hl2, hp3), cell(hl2, ho1)};
 
 TEST(Rec709Encode, StudioRange420) {
-    expectEncodes(MOX_EXPORT(moxiBGRToYCbCr420_709CSC_8u_C3P3R), cscPlanar, {2, 2});
-    expectEncodes(MOX_EXPORT(moxiBGRToYCbCr420_709CSC_8u_AC4P3R), cscPlanar, {2, 2});
-    expectEncodes(MOX_EXPORT(moxiBGRToYCrCb420_709CSC_8u_C3P3R), cscPlanar, {2, 2});
-    expectEncodes(MOX_EXPORT(moxiBGRToYCrCb420_709CSC_8u_AC4P3R), cscPlanar, {2, 2});
-    expectEncodes(MOX_EXPORT(moxiBGRToYCbCr420_709CSC_8u_C3P2R), cscSemiPlanar, {2, 2});
-    expectEncodes(MOX_EXPORT(moxiBGRToYCbCr420_709CSC_8u_AC4P2R), cscSemiPlanar, {2, 2});
+    expectEncodes("moxiBGRToYCbCr420_709CSC_8u_C3P3R", cscPlanar);
+    expectEncodes("moxiBGRToYCbCr420_709CSC_8u_AC4P3R", cscPlanar);
+    expectEncodes("moxiBGRToYCrCb420_709CSC_8u_C3P3R", cscPlanar);
+    expectEncodes("moxiBGRToYCrCb420_709CSC_8u_AC4P3R", cscPlanar);
+    expectEncodes("moxiBGRToYCbCr420_709CSC_8u_C3P2R", cscSemiPlanar);
+    expectEncodes("moxiBGRToYCbCr420_709CSC_8u_AC4P2R", cscSemiPlanar);
 }
 
 TEST(Rec709Encode, FullRange) {
-    expectEncodes(MOX_EXPORT(moxiBGRToYCbCr420_709HDTV_8u_AC4P3R), hdtv420, {2, 2});
-    expectEncodes(MOX_EXPORT(moxiBGRToCbYCr422_709HDTV_8u_C3C2R), hdtv422);
-    expectEncodes(MOX_EXPORT(moxiBGRToCbYCr422_709HDTV_8u_AC4C2R), hdtv422A);
+    expectEncodes("moxiBGRToYCbCr420_709HDTV_8u_AC4P3R", hdtv420);
+    expectEncodes("moxiBGRToCbYCr422_709HDTV_8u_C3C2R", hdtv422);
+    expectEncodes("moxiBGRToCbYCr422_709HDTV_8u_AC4C2R", hdtv422A);
+}
+
+TEST(Rec709Encode, TailsForManyColours) {
+    expectEncodesTails("moxiBGRToYCbCr420_709CSC_8u_C3P2R", cscSemiPlanar);
+    expectEncodesTails("moxiBGRToYCbCr420_709HDTV_8u_AC4P3R", hdtv420);
+    expectEncodesTails("moxiBGRToCbYCr422_709HDTV_8u_C3C2R", hdtv422);
 }
 
 }  // namespace

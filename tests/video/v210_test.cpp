@@ -2,34 +2,17 @@
 
 #include <cmath>
 
+#include "support/picture.h"
 #include "support/support.h"
 
 using namespace moxtest;
 
 namespace {
 
-Layout topDown(Random& random, int unit) {
-    Layout layout = Layout::random(random, unit);
-    layout.bottomUp = false;  // steps below 1 are refused
-    return layout;
-}
-
-struct Form {
-    Symbol<decltype(moxiYUV422v210ToBGR_709HDTV_32u16u_C3)> function;
-    enum { gray, redHigh, blueHigh } result;
-
-    int words(int width) const {
-        const int partial[2][6] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
-        return width / 6 * 4 + partial[result != gray][width % 6];
-    }
-};
-
-const Form forms[] = {{MOX_EXPORT(moxiYUV422v210ToGray_709HDTV_32u16u_C3C1), Form::gray},
-                      {MOX_EXPORT(moxiYUV422v210ToBGR_709HDTV_32u16u_C3), Form::redHigh},
-                      {MOX_EXPORT(moxiYUV422v210ToRGB_709HDTV_32u16u_C3), Form::blueHigh}};
+enum Result { gray, redHigh, blueHigh };
 
 /// The n-th sample of a row; the samples run Cb Y Cr Y for each pair, three to a word.
-int sample(const Plane<Mox32u>& src, int y, int n) { return src.get(n / 3, y) >> (n % 3 * 10) & 0x3FF; }
+int sample(const Picture& src, int y, int n) { return src.get<Mox32u>(n / 3, y) >> (n % 3 * 10) & 0x3FF; }
 
 int field(float v, int most) {
     const float down = std::floor(v);
@@ -39,12 +22,12 @@ int field(float v, int most) {
     return rounded < 0 ? 0 : rounded > most ? most : rounded;
 }
 
-void reference(const Form& form, const Plane<Mox32u>& src, Plane<Mox16u>& want) {
-    for (int y = 0; y < want.rows(); ++y) {
-        for (int x = 0; x < want.columns(); ++x) {
+void reference(Result result, const Picture& src, Picture& want) {
+    for (int y = 0; y < want.size().height; ++y) {
+        for (int x = 0; x < want.size().width; ++x) {
             const int luma = sample(src, y, 2 * x + 1);
-            if (form.result == Form::gray) {
-                want.set(x, y, static_cast<Mox16u>(luma));
+            if (result == gray) {
+                want.set(x, y, 0, static_cast<Mox16u>(luma));
                 continue;
             }
             const auto l = static_cast<float>(luma);
@@ -55,43 +38,30 @@ void reference(const Form& form, const Plane<Mox32u>& src, Plane<Mox16u>& want) 
             const float green = greenPart + -0.183f * u;
             const float blue = l + 1.816f * u;
             const int r = field(red, 31), g = field(green, 63), b = field(blue, 31);
-            want.set(x, y,
-                     static_cast<Mox16u>(form.result == Form::redHigh ? r << 11 | g << 5 | b : b << 11 | g << 5 | r));
+            want.set(x, y, 0, static_cast<Mox16u>(result == redHigh ? r << 11 | g << 5 | b : b << 11 | g << 5 | r));
         }
     }
 }
 
+/// Dark luma and weak chroma more often than chance: results within the fields.
+void fillDark(Picture& src, Random& random) {
+    if (random.oneIn(2)) return;
+    src.fill<Mox32u>([&] {
+        const auto any = [&] { return random.bits() % 64; };
+        const auto grey = [&] { return 512 - 24 + random.bits() % 48; };
+        return Mox32u(random.oneIn(2) ? grey() | any() << 10 | grey() << 20 : any() | grey() << 10 | any() << 20);
+    });
+}
+
+void expectWords(const char* name, Result result) {
+    expect(name, [=](const Picture& src, Picture& want, const Values&) { reference(result, src, want); },
+           {.toWidth = 110, .roundings = {std::begin(mxcsr::roundings), std::end(mxcsr::roundings)}, .fill = fillDark});
+}
+
 TEST(V210, MatchesItsRule) {
-    for (const Form& form : forms) {
-        forEachSize(
-            [&](MoxiSize roi, Random& random) {
-                Plane<Mox32u> src(form.words(roi.width), roi.height, 1, topDown(random, 4), random);
-                // Dark luma and weak chroma more often than chance: results within the fields.
-                if (roi.width % 2) {
-                    src.fill([&] {
-                        const auto any = [&] { return random.bits() % 64; };
-                        const auto grey = [&] { return 512 - 24 + random.bits() % 48; };
-                        const bool chromaFirst = random.oneIn(2);
-                        return chromaFirst ? grey() | any() << 10 | grey() << 20 : any() | grey() << 10 | any() << 20;
-                    });
-                }
-                src.protect();
-                const Plane<Mox16u> before(roi.width, roi.height, 1, topDown(random, 2), random);
-                for (const uint32_t mode : mxcsr::roundings) {
-                    Plane<Mox16u> want = before;
-                    underMxcsr(mode, [&] { reference(form, src, want); });
-                    forEachLibrary([&](const Library& lib) {
-                        Plane<Mox16u> got = before;
-                        underMxcsr(mode, [&] {
-                            EXPECT_EQ(lib(form.function)(src.data(), src.step() / 4, got.data(), got.step() / 2, roi),
-                                      moxStatusOk);
-                        });
-                        ASSERT_TRUE(same(got, want)) << roundingName(mode);
-                    });
-                }
-            },
-            1, 110, 3);
-    }
+    expectWords("moxiYUV422v210ToGray_709HDTV_32u16u_C3C1", gray);
+    expectWords("moxiYUV422v210ToBGR_709HDTV_32u16u_C3", redHigh);
+    expectWords("moxiYUV422v210ToRGB_709HDTV_32u16u_C3", blueHigh);
 }
 
 }  // namespace
