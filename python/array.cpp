@@ -127,7 +127,7 @@ MoxiSize Arrays::size() const {
 
 Extent extentOf(const Export& e, int side, size_t plane, MoxiSize size, int firstBit) {
     const PlaneShape& shape = e.sides[side].planes[plane];
-    const bool packed = e.sides[side].depth == "1u" || (side == 0 && e.countsSamples());
+    const bool packed = e.sides[side].depth == "1u" || (side == 0 && packsWords(e));
     if (!packed && shape.width == 1 && shape.height == 1)
         return {size.height, size.width, size.height, size.width};
     const py::ssize_t rows = e.rows(side, plane, size.height);
@@ -167,7 +167,7 @@ Picture pictureIn(const Arrays& arrays, const Export& e, int side, MoxiSize size
         if (reinterpret_cast<uintptr_t>(a.data) % size_t(a.sample.bytes) || distance % a.sample.bytes)
             refuse("samples are not aligned; copy() aligns them");
         if (rows > 1) {
-            if (distance <= 0 && (e.tested(catalogue::Check::steps) || e.countsSamples()))
+            if (distance <= 0 && (e.tested(catalogue::Check::steps) || packsWords(e)))
                 refuse("rows must lead downwards in memory: " + e.name + " takes steps above 0 only");
             if (e.takesNoSteps(side) && distance != e.rowBytes(side, i, size.width))
                 refuse("rows must lie without gaps: " + e.name + " takes no steps");
@@ -191,7 +191,7 @@ Arrays allocate(const Export& e, const std::vector<Pattern>& patterns, MoxiSize 
     const Side& side = e.sides[1];
     arrays.sequence = patterns.size() > 1;
     constexpr int wholeCells = 8;  // no rule leaves out what is a multiple
-    const bool gaps = side.keepsFourth() || side.depth == "1u" || size.width % wholeCells || size.height % wholeCells;
+    const bool gaps = side.layout.starts_with("A") || side.depth == "1u" || size.width % wholeCells || size.height % wholeCells;
     for (size_t i = 0; i < patterns.size(); ++i) {
         const Extent extent = extentOf(e, 1, i, size, firstBit);
         std::vector<py::ssize_t> shape = {extent.rows, extent.columns};

@@ -29,6 +29,9 @@ struct Pattern {
 std::vector<Pattern> patternsOf(const Side& side);
 std::string describe(const std::vector<Pattern>& patterns);
 
+/// Whether a row of the source is words that hold parts of pixels.
+inline bool packsWords(const Export& e) { return e.steps == catalogue::StepUnit::samples; }
+
 /// The arrays of a picture, read once: a single one, or a sequence of planes.
 struct Arrays {
     struct Array {

@@ -305,7 +305,7 @@ Form::Form(const Export& exported) : e(&exported) {
         takes |= 1u << place, needs |= uint32_t(keywordTable[place].needed) << place;
     }
     if (e->takesRegion()) takes |= 1u << regionAt;
-    if (e->countsSamples()) takes |= 1u << widthAt;
+    if (packsWords(*e)) takes |= 1u << widthAt;
 }
 
 std::string Form::line() const {
@@ -326,7 +326,7 @@ py::object Operation::operator()(py::handle src, py::handle out, const py::dict&
     if (r.given >> weightsAt & 1) r.values.weights = (weights = weightsFor(e, r.weights)).data();
 
     MoxiSize size = r.src.size();
-    if (e.countsSamples()) size.width = widthOf(e, r);
+    if (packsWords(e)) size.width = widthOf(e, r);
     const MoxiSize whole = size;
     if (r.given >> regionAt & 1) {
         const auto [x, y, width, height] = r.region;
