@@ -2,11 +2,13 @@
 
 import inspect
 import pickle
+import re
 import subprocess
 import sys
 import threading
 import time
 from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
 
 import moxcc
 import numpy as np
@@ -56,7 +58,7 @@ def test_finds_the_export(call, export):
 
 REFUSED = [
     (TypeError, "src: expected a numpy array", lambda: moxcc.RGBToGray("picture.png")),
-    (TypeError, r"src: float16 \(32, 48, 3\).*takes\n.*uint8 \(h, w, 3\)", lambda: moxcc.RGBToGray(RGB.astype("f2"))),
+    (TypeError, r"(?s)src: float16 \(32, 48, 3\).*takes\n.*uint8 \(h, w, 3\)", lambda: moxcc.RGBToGray(RGB.astype("f2"))),
     (TypeError, "src: >u2", lambda: moxcc.RGBToGray(RGB.astype(">u2"))),
     (ValueError, r"src: uint8 \(32, 48\)", lambda: moxcc.RGBToGray(GRAY)),
     (TypeError, r"src: \[\]", lambda: moxcc.YCbCr420ToRGB(())),
@@ -167,30 +169,39 @@ def test_python_threads():
     assert longest < 0.8 * (time.perf_counter() - begin)
 
 
-def test_pillow():
-    Image = pytest.importorskip("PIL.Image")
-    picture = Image.fromarray(RGB)
-    gray = moxcc.RGBToGray(np.asarray(picture))
-    np.testing.assert_array_equal(np.asarray(Image.fromarray(gray)), moxcc.RGBToGray(RGB))
-
-
-def test_pyav(tmp_path):
-    av = pytest.importorskip("av")
-    width, height = 174, 96  # rows have gaps in the decoder's memory
-    with av.open(str(tmp_path / "clip.mkv"), "w") as clip:
+def make_clip(av, path, width, height):
+    with av.open(path, "w") as clip:
         stream = clip.add_stream("ffv1", rate=25)
         stream.width, stream.height, stream.pix_fmt = width, height, "yuv420p"
         for i in range(3):
             pixels = np.resize(np.roll(RGB, i), (height * 3 // 2, width))
             clip.mux(stream.encode(av.VideoFrame.from_ndarray(pixels, "yuv420p")))
         clip.mux(stream.encode())
+
+
+def test_decoded_frames(tmp_path):
+    av = pytest.importorskip("av")
+    width, height = 174, 96  # rows have gaps in the decoder's memory
+    make_clip(av, str(tmp_path / "clip.mkv"), width, height)
     with av.open(str(tmp_path / "clip.mkv")) as clip:
         frames = list(clip.decode(video=0))
     assert len(frames) == 3
     for frame in frames:
         planes = [np.frombuffer(p, "u1").reshape(p.height, p.line_size)[:, : p.width] for p in frame.planes]
         y, chroma = np.split(frame.to_ndarray().ravel(), [width * height])  # copies, without gaps
-        cb, cr = chroma.reshape(2, height // 2, width // 2)
-        np.testing.assert_array_equal(
-            moxcc.YCbCr420ToRGB(planes), moxcc.YCbCr420ToRGB((y.reshape(height, width), cb, cr))
-        )
+        packed = y.reshape(height, width), *chroma.reshape(2, height // 2, width // 2)
+        np.testing.assert_array_equal(moxcc.YCbCr420ToRGB(planes), moxcc.YCbCr420ToRGB(packed))
+
+
+def test_the_page(tmp_path, monkeypatch):
+    """What docs/python.md shows runs, from top to bottom."""
+    av, Image = pytest.importorskip("av"), pytest.importorskip("PIL.Image")
+    monkeypatch.chdir(tmp_path)
+    Image.fromarray(RGB).save("picture.png")
+    make_clip(av, "clip.mkv", 174, 96)
+    page = Path(__file__).parents[2].joinpath("docs/python.md").read_text()
+    names = {}
+    for block in re.findall(r"~~~python\n(.*?)~~~", page, re.S):
+        exec(block, names)
+    np.testing.assert_array_equal(np.asarray(Image.open("gray.png")), moxcc.RGBToGray(RGB))
+    assert not names["means"].any() and names["rgb"].shape == (96, 174, 3)
