@@ -281,7 +281,10 @@ Parameter parameterOf() {
                 .floating = std::is_floating_point_v<Sample>,
                 .isSigned = std::is_signed_v<Sample>};
     } else {
-        return {.kind = Parameter::number, .bytes = sizeof(T), .floating = std::is_floating_point_v<T>};
+        return {.kind = Parameter::number,
+                .bytes = sizeof(T),
+                .floating = std::is_floating_point_v<T>,
+                .isSigned = std::is_signed_v<T>};
     }
 }
 
@@ -448,7 +451,7 @@ void derive(Export& e) {
     const std::vector<std::string> depths = depthsOf(whole);
     e.operation = whole.substr(4, depths.empty() ? whole.npos : whole.find("_" + depths[0]) - 4);
     const std::string_view models = whole.substr(0, whole.find('_'));
-    const auto rule = std::ranges::find_if(held, [&](const auto& row) { return e.is(row.names); });
+    const auto holding = std::ranges::find_if(held, [&](const auto& row) { return e.is(row.names); });
     for (const int i : {0, 1}) {
         const auto p = std::ranges::find_if(e.parameters, [&](const Parameter& q) {
             return q.side == i && (q.role == Parameter::image || q.role == Parameter::images);
@@ -460,8 +463,8 @@ void derive(Export& e) {
         side.depth = depths[size_t(i)];
         side.cell = cells[i];
         side.planes = shapesOf(layouts[size_t(i)], cells[i], p->bytes, !incomplete);
-        if (rule != std::end(held))
-            side.holds = rule->holds[i];
+        if (holding != std::end(held))
+            side.holds = holding->holds[i];
         else
             side.holds = to > models.size() ? models.substr(4)
                          : i == 0           ? models.substr(4, to - 4)
@@ -480,6 +483,8 @@ void derive(Export& e) {
     for (const auto& row : stepUnits)
         if (e.is(row.names)) e.steps = row.unit;
     e.dependsOnAddresses = std::ranges::any_of(addressDependent, [&](const char* names) { return e.is(names); });
+    e.mayOverwriteSource = e.is("*@(GammaFwd|GammaInv|ReduceBits)_*") && e.sides[0].depth == e.sides[1].depth;
+    e.bands = &*std::ranges::find_if(bands, [&](const BandRule& rule) { return e.is(rule.names); });
     e.mostLevels = e.is("*8u_*") ? 256 : 65536;
 }
 
@@ -491,8 +496,10 @@ std::vector<Export> makeExports() {
 #define MOX_ADDRESS(name) reinterpret_cast<void*>(&name)
 #endif
 #define MOX_EXPORTED(name, ...) add<decltype(name)>(all, #name, MOX_ADDRESS(name), __VA_ARGS__);
+#define MOX_CONSTANT(...)
 #include "exports.inc"
 #undef MOX_EXPORTED
+#undef MOX_CONSTANT
     for (Export& e : all) derive(e);
     std::ranges::sort(all, {}, &Export::name);
     return all;
@@ -512,6 +519,17 @@ const Export* find(std::string_view name) {
 }
 
 const ValueKind& valueKind(Value value) { return *std::ranges::find(valueKinds, value, &ValueKind::value); }
+
+std::span<const Constant> constants() {
+    static constexpr Constant all[] = {
+#define MOX_EXPORTED(...)
+#define MOX_CONSTANT(name, documentation) {#name, name, documentation},
+#include "exports.inc"
+#undef MOX_EXPORTED
+#undef MOX_CONSTANT
+    };
+    return all;
+}
 
 std::span<const BandRule> bandRules() { return bands; }
 std::span<const Format> formats() { return formatTable; }
@@ -534,7 +552,7 @@ const Parameter* Export::parameter(Value value) const {
 
 int Export::rowBytes(int side, size_t plane, int width, int firstBit) const {
     const PlaneShape& shape = sides[side].planes[plane];
-    if (side == 0 && is("*v210*")) {  // words of three samples; the last ones only as far as they are looked at
+    if (side == 0 && steps == StepUnit::samples) {  // words of three samples; the last ones only as far as they are looked at
         constexpr int partial[2][6] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
         return width / 6 * 16 + 4 * partial[!is("*Gray*")][width % 6];
     }
@@ -550,7 +568,7 @@ int Export::rows(int side, size_t plane, int height) const {
 }
 
 int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
-    if (is("*AHD*")) return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
+    if (operation == "DemosaicAHD") return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
     if (!parameter(Parameter::buffer) || !converts()) return 0;
     int32_t bytes = 0;
     const auto tell =
@@ -561,14 +579,15 @@ int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
 
 Cuts Export::cuts(MoxiSize size, const Values& values) const {
     Cuts result = {.least = std::max(least.height, 1)};
-    result.unit = std::ranges::find_if(bands, [&](const BandRule& rule) { return is(rule.names); })->unit;
+    result.unit = bands->unit;
     if (result.unit != byCall) return result;
     result.unit = 1;
     if (is("*_VNG_*")) {
         result.least = 3;
     } else if (is("*DemosaicAHD*")) {
         result.least = 1, result.unit = 2;
-        result.phase = values.grid == moxBayerGridRGGB || values.grid == moxBayerGridGRBG ? 0 : 1;
+        const int redRow = values.grid == moxBayerGridRGGB || values.grid == moxBayerGridGRBG ? 0 : 1;
+        result.phase = (redRow + values.region.y) % 2;
     } else if (is("*ReduceBits*")) {
         const bool bayer = values.dither == moxDitherBayer && !is("*8u1u*");
         result.unit = values.dither == moxDitherNone ? 1 : !bayer ? notSplit : values.noise > 0 ? 512 : 4;

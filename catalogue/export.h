@@ -132,6 +132,7 @@ struct Cuts {
 // ---- exports --------------------------------------------------------------------------------------------------------
 
 struct Values;
+struct BandRule;
 
 struct Export {
     std::string name;           // "moxiRGBToGray_8u_C3C1R"
@@ -151,6 +152,8 @@ struct Export {
     int mostLevels = 0;
     StepUnit steps = StepUnit::bytes;
     bool dependsOnAddresses = false;
+    bool mayOverwriteSource = false;  // the destination may be the source, row for row, though it takes both
+    const BandRule* bands = nullptr;
 
     /// Whether the name fits a shell pattern.
     bool is(const char* pattern) const;
@@ -185,6 +188,14 @@ struct Export {
 const std::vector<Export>& exports();
 /// Null if there is none of this name; "moxi" may be missing.
 const Export* find(std::string_view name);
+
+/// A constant of the headers: a status, a grid, a dither ...
+struct Constant {
+    const char* name;  // "moxStatusOddSize"
+    int value;
+    const char* documentation;
+};
+std::span<const Constant> constants();
 
 // ---- pages ----------------------------------------------------------------------------------------------------------
 

@@ -17,3 +17,6 @@ need() {
     $as_root apt-get update -qq
     DEBIAN_FRONTEND=noninteractive $as_root apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
+
+# What the Python package is built of and runs on.
+moxcc_python="cmake ninja-build gcc g++ python3-dev pybind11-dev python3-numpy"
