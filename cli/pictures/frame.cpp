@@ -56,10 +56,15 @@ std::vector<Channel> channelsOf(const Side& side) {
     if (side.planes.size() == 4 || (!planar && side.channels() == 4)) order += 'A';
     for (int i = 0; i < int(order.size()); ++i) {
         const size_t plane = !planar ? 0 : pairs ? size_t(i > 0) : size_t(i);
-        channels.push_back({order[size_t(i)], plane, !planar ? i * bytes : pairs && i == 2 ? bytes : 0,
-                            !planar ? side.planes[0].bytes : pairs && i > 0 ? 2 * bytes : bytes,
-                            i == 0 || !planar ? MoxiSize{1, 1} : MoxiSize{side.planes[plane].width,
-                                                                         side.planes[plane].height}});
+        channels.push_back(
+            {order[size_t(i)], plane,
+             !planar           ? i * bytes
+             : pairs && i == 2 ? bytes
+                               : 0,
+             !planar          ? side.planes[0].bytes
+             : pairs && i > 0 ? 2 * bytes
+                              : bytes,
+             i == 0 || !planar ? MoxiSize{1, 1} : MoxiSize{side.planes[plane].width, side.planes[plane].height}});
     }
     return channels;
 }
@@ -145,7 +150,8 @@ void fillChannel(Frame& to, const Channel& c, double unit) {
 
 void fillOrCopy(const Frame& from, const std::vector<Channel>& sources, Frame& to, const Channel& target) {
     const Channel* source = find(sources, target.name);
-    if (!source && modelOf(from.side) == "Gray" && modelOf(to.side) == "RGB" && target.name != 'A') source = &sources[0];
+    if (!source && modelOf(from.side) == "Gray" && modelOf(to.side) == "RGB" && target.name != 'A')
+        source = &sources[0];
     if (source)
         copyChannel(from, *source, to, target);
     else
@@ -162,7 +168,8 @@ void describeTo(const Frame& from, Frame& to) {
 
 void checkSize(int64_t width, int64_t height) {
     constexpr int64_t mostPixels = int64_t(1) << 28;
-    if (width < 1 || height < 1) throw Error("a size of nothing: " + std::to_string(width) + "x" + std::to_string(height));
+    if (width < 1 || height < 1)
+        throw Error("a size of nothing: " + std::to_string(width) + "x" + std::to_string(height));
     if (width > mostPixels || height > mostPixels || width * height > mostPixels || width > INT32_MAX / 32)
         throw Error("too large: " + std::to_string(width) + "x" + std::to_string(height));
 }
@@ -247,6 +254,10 @@ const Side& sideOf(std::string_view holds, std::string_view layout, std::string_
     return *catalogue::findSide(holds, layout, depth);
 }
 
+const Side& pictureSide(int channels, std::string_view depth) {
+    return sideOf(channels == 1 ? "Gray" : "RGB", channels == 1 ? "C1" : channels == 3 ? "C3" : "C4", depth);
+}
+
 std::string modelOf(const Side& side) {
     const std::string& holds = side.holds;
     if (holds == "RGB" || holds == "BGR" || holds == "SBGR") return "RGB";
@@ -269,7 +280,8 @@ std::string mismatch(const Side& from, const Side& to) {
     const bool scaled = from.depth != to.depth;
     const auto pictures = [](const std::string& model) { return model == "RGB" || model == "Gray"; };
     const bool grayToMore = a == "Gray" && from.holds == "Gray" && (b == "RGB" || b == "YUV");
-    const bool sampled = a == "YUV" && b == "YUV" && (from.cell.width != to.cell.width || from.cell.height != to.cell.height);
+    const bool sampled =
+        a == "YUV" && b == "YUV" && (from.cell.width != to.cell.width || from.cell.height != to.cell.height);
     if ((a == b || grayToMore) && !sampled && (!scaled || (pictures(a) && pictures(b)))) return "";
     return nameOf(from) + " where " + nameOf(to) + " is wanted";
 }

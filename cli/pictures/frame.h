@@ -44,8 +44,9 @@ class Frame {
         return static_cast<uint8_t*>(picture_.planes[plane].data) + ptrdiff_t(y) * picture_.planes[plane].step;
     }
     const uint8_t* row(size_t plane, int y) const { return const_cast<Frame*>(this)->row(plane, y); }
-    catalogue::Picture picture() const { return {size, {picture_.planes[0], picture_.planes[1], picture_.planes[2],
-                                                        picture_.planes[3]}}; }
+    catalogue::Picture picture() const {
+        return {size, {picture_.planes[0], picture_.planes[1], picture_.planes[2], picture_.planes[3]}};
+    }
 
   private:
     void allocate(const Side& side, MoxiSize size, const int64_t (&bytes)[4]);
@@ -60,6 +61,8 @@ std::string nameOf(const Side& side);
 const Side* sideNamed(std::string_view name);
 /// One that is known to be there.
 const Side& sideOf(std::string_view holds, std::string_view layout, std::string_view depth);
+/// Gray, RGB, or RGB with alpha.
+const Side& pictureSide(int channels, std::string_view depth);
 
 /// "RGB": any order of these; "YUV": luma and chroma; "Gray": also raw Bayer samples; or what the side holds.
 std::string modelOf(const Side& side);
