@@ -34,7 +34,6 @@ std::span<const ValueOption> valueOptions();
 struct RawOptions {
     std::string size, format;
     pictures::Raw raw(const std::string& path, const catalogue::Side* otherwise) const;
-    bool given() const { return !size.empty() || !format.empty(); }
 };
 
 struct RunOptions {

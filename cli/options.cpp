@@ -57,6 +57,7 @@ const Export& exportNamed(const std::string& name) {
 pictures::Raw RawOptions::raw(const std::string& path, const catalogue::Side* otherwise) const {
     pictures::Raw raw = pictures::rawFrom(path);
     if (!raw.side) raw.side = otherwise;
+    raw.given |= !size.empty() || !format.empty();
     if (!size.empty()) {
         char behind;
         if (std::sscanf(size.c_str(), "%9dx%9d%c", &raw.size.width, &raw.size.height, &behind) != 2 ||

@@ -2,8 +2,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -54,15 +54,17 @@ double number(const ValueOption& option, const std::string& text) {
     const double value = std::strtod(text.c_str(), &end);
     if (text.empty() || *end) throw UsageError(std::string(option.name) + " " + text + " is no number");
     // Whole numbers go through 32 bits.
-    const bool whole = option.value != Value::alpha && option.value != Value::lowerLimit && option.value != Value::upperLimit;
+    const bool whole =
+        option.value != Value::alpha && option.value != Value::lowerLimit && option.value != Value::upperLimit;
     if (!std::isfinite(value) || (whole && (value != std::floor(value) || std::abs(value) > 1e9)))
         throw UsageError(std::string(option.name) + " " + text + " is out of range");
     return value;
 }
 
 double opaque(const catalogue::Side& side) {
-    return side.floating ? 1 : side.depth.ends_with("s") ? std::exp2(8 * side.sampleBytes - 1) - 1
-                                                         : std::exp2(8 * side.sampleBytes) - 1;
+    return side.floating               ? 1
+           : side.depth.ends_with("s") ? std::exp2(8 * side.sampleBytes - 1) - 1
+                                       : std::exp2(8 * side.sampleBytes) - 1;
 }
 
 /// The values that the export takes, and the memory of its weights.
@@ -79,7 +81,8 @@ struct Arguments {
             MoxiRect& r = values.region;
             char behind;
             if (!e.takesRegion()) throw UsageError(shortName(e) + " takes no --region");
-            if (std::sscanf(options.region.c_str(), "%9d,%9d,%9d,%9d%c", &r.x, &r.y, &r.width, &r.height, &behind) != 4 ||
+            if (std::sscanf(options.region.c_str(), "%9d,%9d,%9d,%9d%c", &r.x, &r.y, &r.width, &r.height, &behind) !=
+                    4 ||
                 r.x < 0 || r.y < 0 || r.width < 1 || r.height < 1)
                 throw UsageError("--region " + options.region + " is no region: --region X,Y,WIDTH,HEIGHT");
         }
@@ -198,9 +201,8 @@ class Conversion {
         result.alpha = picture.alpha || !e.sides[1].keepsFourth();
         result.video = picture.video;
         result.siting = picture.siting;
-        const MoxStatus status = timed(seconds_, [&] {
-            return catalogue::callInBands(e, source->picture(), result.picture(), values, threads_);
-        });
+        const MoxStatus status = timed(
+            seconds_, [&] { return catalogue::callInBands(e, source->picture(), result.picture(), values, threads_); });
         if (status < 0) refuse(e, status, size);
         if (status == moxStatusNoOperation) throw Error("of a negative mean or maximum: there is no tone to map");
         leftOut_ |= size.width % e.cut.width || size.height % e.cut.height;
@@ -240,9 +242,7 @@ struct Pattern {
 
 class Results {
   public:
-    explicit Results(const RunOptions& options) : options_(options), pattern_(options.output) {
-        MD5Init(&md5_);
-    }
+    explicit Results(const RunOptions& options) : options_(options), pattern_(options.output) { MD5Init(&md5_); }
 
     void take(const Frame& frame) {
         ++frames_;
@@ -285,7 +285,8 @@ class Results {
                 stored = &stored_;
             }
             if (!options_.rate.empty()) {
-                if (stored != &stored_) stored_.shape(*side, frame.size), pictures::repack(frame, stored_), stored = &stored_;
+                if (stored != &stored_)
+                    stored_.shape(*side, frame.size), pictures::repack(frame, stored_), stored = &stored_;
                 stored_.video = " F" + options_.rate + " Ip A1:1";
             }
         }
@@ -376,8 +377,7 @@ void run(const RunOptions& options) {
         const std::string name = path == "-" ? "standard input" : path;
         const pictures::Raw raw = options.layout.raw(path, &e.sides[e.inPlace()]);
         const auto input = naming(name, [&] { return std::make_unique<pictures::Input>(path); });
-        const bool isRaw = options.layout.given() || (raw.size.width > 0 && !pictures::formatNamed(path));
-        const pictures::Reader read = naming(name, [&] { return pictures::open(*input, raw, isRaw); });
+        const pictures::Reader read = naming(name, [&] { return pictures::open(*input, raw); });
         while (timed(reading, [&] { return naming(name, [&] { return read(frame); }); })) {
             const Frame& result = naming(name, [&]() -> const Frame& { return conversion(frame); });
             results.take(result);
@@ -390,7 +390,8 @@ void run(const RunOptions& options) {
         std::fprintf(stderr, "moxcc: %s leaves out %s; --pad converts them too\n", shortName(e).c_str(),
                      e.oddSizes().c_str());
     if (options.time)
-        std::fprintf(stderr, "%lld frame%s: %.4g MPix/s converting; %.3f s reading, %.3f s converting, %.3f s writing\n",
+        std::fprintf(stderr,
+                     "%lld frame%s: %.4g MPix/s converting; %.3f s reading, %.3f s converting, %.3f s writing\n",
                      static_cast<long long>(results.frames()), results.frames() == 1 ? "" : "s",
                      double(results.pixels()) / conversion.seconds().count() / 1e6, reading.count(),
                      conversion.seconds().count(), results.seconds().count());

@@ -71,7 +71,8 @@ void Progress::show(int64_t frames, double part) {
     last_ = now;
     shown_ = true;
     const double seconds = std::chrono::duration<double>(now - begin_).count();
-    std::fprintf(stderr, "\r\033[K%lld frames, %.1f a second", static_cast<long long>(frames), double(frames) / seconds);
+    std::fprintf(stderr, "\r\033[K%lld frames, %.1f a second", static_cast<long long>(frames),
+                 double(frames) / seconds);
     if (part > 0) std::fprintf(stderr, ", %.0f%%, %.0f s left", 100 * part, seconds * (1 - part) / part);
     std::fflush(stderr);
 }

@@ -80,6 +80,7 @@ Raw rawFrom(const std::string& path) {
     Raw raw;
     const std::string extension = extensionOf(path), name = path.substr(path.rfind('/') + 1);
     raw.side = extension == "yuv" ? sideNamed("I420") : extension.empty() ? nullptr : sideNamed(extension);
+    raw.given = raw.side || extension == "raw";
     for (size_t x = name.find('x'); x != name.npos; x = name.find('x', x + 1)) {  // the last WIDTHxHEIGHT
         size_t start = x;
         while (start > 0 && std::isdigit(static_cast<unsigned char>(name[start - 1]))) --start;
@@ -117,13 +118,13 @@ Writer writeRaw(Output& output) {
     };
 }
 
-Reader open(Input& input, const Raw& raw, bool isRaw) {
+Reader open(Input& input, const Raw& raw) {
     const std::span<const uint8_t> first = input.peek(16);
     if (first.empty()) throw Error("an empty file");
+    if (raw.given) return readRaw(input, raw);
     for (const Format& format : table)
-        if (!isRaw && format.begins(first)) return format.read(input);
-    if (isRaw || raw.side) return readRaw(input, raw);
-    throw Error("not a picture that this program reads: PNG, PNM, PAM, PFM, Y4M, raw planes. Convert it to PNG first");
+        if (format.begins(first)) return format.read(input);
+    throw Error("not a picture that this program reads: PNG, PNM, PAM, PFM, Y4M, or raw planes of a given size");
 }
 
 }  // namespace pictures

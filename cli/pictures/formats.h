@@ -33,6 +33,7 @@ const Format* formatNamed(std::string_view path);
 
 /// Planes without a header.
 struct Raw {
+    bool given = false;  // the input is raw whatever it begins with
     MoxiSize size = {};
     const Side* side = nullptr;
 };
@@ -41,8 +42,8 @@ Writer writeRaw(Output& output);
 /// What a name tells: clip_640x480.nv12. What it does not tell is left.
 Raw rawFrom(const std::string& path);
 
-/// By what the input begins with. `raw`: taken for raw planes, if it tells both or the input is no picture.
-Reader open(Input& input, const Raw& raw = {}, bool isRaw = false);
+/// By what the input begins with.
+Reader open(Input& input, const Raw& raw = {});
 
 Reader readPng(Input& input);
 Writer writePng(Output& output);

@@ -63,7 +63,7 @@ Reader readY4m(Input& input) {
         throw Error("Y4M of a kind that this program does not read: " + colours +
                     " (it reads 8-bit 420, 422, 444, 444alpha, 411 and mono)");
 
-    return [&input, frames = readRaw(input, {size, kind}), colours, other](Frame& frame) {
+    return [&input, frames = readRaw(input, {true, size, kind}), colours, other](Frame& frame) {
         if (input.atEnd()) return false;
         if (!line(input).starts_with("FRAME")) throw Error("no frame where one should begin");
         if (!frames(frame)) throw Error("truncated");
