@@ -64,7 +64,7 @@ void show(const std::string& name);
 
 /// Runs a part of the work; an Error that leaves it begins with the file's name.
 template <class F>
-auto naming(const std::string& file, F f) {
+decltype(auto) naming(const std::string& file, F f) {
     try {
         return f();
     } catch (const pictures::Error& error) {

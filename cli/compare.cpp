@@ -16,7 +16,7 @@ struct Difference {
     double squares = 0, largest = 0, peak = 1;
     int64_t samples = 0, different = 0;
     int64_t frame = 0;  // where the largest is
-    int x = 0, y = 0, channel = 0;
+    int column = 0, row = 0, channel = 0;
     double values[2] = {};
 
     double psnr() const {
@@ -44,7 +44,7 @@ struct Difference {
                     ++different;
                     squares += d * d;
                     if (d <= largest && different > 1) continue;
-                    largest = d, frame = index, x = i / channels, this->y = y;
+                    largest = d, frame = index, column = i / channels, row = y;
                     channel = int(plane) + i % channels;
                     values[0] = double(s[0]), values[1] = double(s[1]);
                 }
@@ -119,7 +119,7 @@ void compare(const CompareOptions& options) {
     std::printf("PSNR %.2f dB, %lld of %lld samples differ\n", d.psnr(), static_cast<long long>(d.different),
                 static_cast<long long>(d.samples));
     std::printf("largest difference %g, %g and %g, in channel %d at column %d, row %d", d.largest, d.values[0],
-                d.values[1], d.channel, d.x, d.y);
+                d.values[1], d.channel, d.column, d.row);
     if (frames > 1) std::printf(" of frame %lld", static_cast<long long>(d.frame));
     std::puts("");
     if (options.least && !(d.psnr() >= *options.least))

@@ -19,7 +19,7 @@ bool contains(std::string_view text, std::string_view word) {
 
 std::string joined(const std::vector<std::string>& words) {
     std::string text;
-    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+    for (const std::string& word : words) text.append(text.empty() ? "" : ", ").append(word);
     return text;
 }
 
@@ -56,17 +56,21 @@ void line(const char* label, const std::string& text) {
     if (!text.empty()) std::printf("%-13s%s\n", label, text.c_str());
 }
 
+std::string sizeText(MoxiSize size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
+
 std::string planesOf(const Export& e, int side) {
     const catalogue::Side& s = e.sides[side];
-    std::string text = described(e, side);
+    const std::string name = described(e, side), plain = s.holds + " " + s.depth + " " + s.layout;
     if (s.planes.empty()) return "none: it works in place";
-    if (text != s.holds + " " + s.depth + " " + s.layout) text += " (" + s.holds + " " + s.depth + " " + s.layout + ")";
-    for (const catalogue::PlaneShape& plane : s.planes)
-        text += (&plane == &s.planes.front() ? ": " : ", ") + std::to_string(plane.bytes) +
-                (s.depth == "1u"    ? " byte for eight pixels"
-                 : plane.bytes == 1 ? " byte for "
-                                    : " bytes for ") +
-                (s.depth == "1u" ? "" : std::to_string(plane.width) + "x" + std::to_string(plane.height));
+    std::string text = name;
+    if (name != plain) text.append(" (").append(plain).append(")");
+    for (const catalogue::PlaneShape& plane : s.planes) {
+        text.append(&plane == &s.planes.front() ? ": " : ", ").append(std::to_string(plane.bytes));
+        if (s.depth == "1u")
+            text.append(" byte for eight pixels");
+        else
+            text.append(plane.bytes == 1 ? " byte for " : " bytes for ").append(sizeText({plane.width, plane.height}));
+    }
     if (e.takesNoSteps(side)) text += "; rows without gaps";
     return text;
 }
@@ -106,7 +110,7 @@ void show(const std::string& name) {
     const size_t indent = column;
     for (const Parameter& p : e.parameters) {
         const bool last = &p == &e.parameters.back();
-        if (column + p.declaration.size() > 100) prototype += "\n" + std::string(indent, ' '), column = indent;
+        if (column + p.declaration.size() > 100) prototype.append("\n").append(indent, ' '), column = indent;
         prototype += p.declaration + (last ? ");" : ", ");
         column += p.declaration.size() + 2;
     }
@@ -116,19 +120,16 @@ void show(const std::string& name) {
     line("source", planesOf(e, 0));
     line("destination", planesOf(e, 1));
     if (e.sides[1].keepsFourth()) line("", "the fourth channel is left as it is");
-    line("least size",
-         std::to_string(std::max(1, e.least.width)) + "x" + std::to_string(std::max(1, e.least.height)) +
-             (e.tested(catalogue::Check::wholeCells)
-                  ? ", in multiples of " + std::to_string(e.cell.width) + "x" + std::to_string(e.cell.height)
-                  : ""));
+    line("least size", sizeText({std::max(1, e.least.width), std::max(1, e.least.height)}) +
+                           (e.tested(catalogue::Check::wholeCells) ? ", in multiples of " + sizeText(e.cell) : std::string()));
     if (const std::string odd = e.oddSizes(); !odd.empty()) line("leaves out", odd + " (--pad)");
     if (e.parameter(Parameter::weights))
         line("weights",
              std::to_string(e.weights) + (e.needsWeights ? " of them" : " of them, if not its own") + " (--weights)");
     std::string options;
     for (const ValueOption& option : valueOptions())
-        if (option.taken(e)) options += std::string(options.empty() ? "" : ", ") + option.name;
-    if (e.takesRegion()) options += ", --region";
+        if (option.taken(e)) options.append(options.empty() ? "" : ", ").append(option.name);
+    if (e.takesRegion()) options.append(", --region");
     line("options", options);
     for (const catalogue::BandRule& rule : catalogue::bandRules())
         if (e.is(rule.names)) {
