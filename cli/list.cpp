@@ -110,8 +110,11 @@ void show(const std::string& name) {
     const size_t indent = column;
     for (const Parameter& p : e.parameters) {
         const bool last = &p == &e.parameters.back();
-        if (column + p.declaration.size() > 100) prototype.append("\n").append(indent, ' '), column = indent;
-        prototype += p.declaration + (last ? ");" : ", ");
+        if (column + p.declaration.size() > 100)
+            prototype.append("\n").append(indent, ' '), column = indent;
+        else if (column > indent)
+            prototype.append(" ");
+        prototype.append(p.declaration).append(last ? ");" : ",");
         column += p.declaration.size() + 2;
     }
     std::printf("%s\n\n%s\n\n", prototype.c_str(), e.documentation.c_str());
@@ -120,8 +123,9 @@ void show(const std::string& name) {
     line("source", planesOf(e, 0));
     line("destination", planesOf(e, 1));
     if (e.sides[1].keepsFourth()) line("", "the fourth channel is left as it is");
-    line("least size", sizeText({std::max(1, e.least.width), std::max(1, e.least.height)}) +
-                           (e.tested(catalogue::Check::wholeCells) ? ", in multiples of " + sizeText(e.cell) : std::string()));
+    line("least size",
+         sizeText({std::max(1, e.least.width), std::max(1, e.least.height)}) +
+             (e.tested(catalogue::Check::wholeCells) ? ", in multiples of " + sizeText(e.cell) : std::string()));
     if (const std::string odd = e.oddSizes(); !odd.empty()) line("leaves out", odd + " (--pad)");
     if (e.parameter(Parameter::weights))
         line("weights",
