@@ -291,6 +291,7 @@ class Results {
             }
         }
         writer_(*stored);
+        if (!format_ && frames_ == 1 && !options_.quiet) describe(path, frame);
         if (pattern_.several) {
             output_->finish();
             output_.reset();
@@ -320,7 +321,6 @@ class Results {
                     break;
                 }
             }
-        if (!format_ && frames_ == 1 && !options_.quiet) describe(path, frame);
     }
 
     // The line that says how raw samples lie.

@@ -63,7 +63,7 @@ Source decodeVideo(const Frame& frame) {
     Frame planar, whole;
     const bool luma = frame.side.holds == "Gray";
     planar.shape(
-        luma ? pictures::sideOf("YCbCr", "P3", "8u") : *pictures::formatNamed("y4m")->stores(frame.side, false),
+        luma ? pictures::sideOf("YCbCr", "P3", "8u") : *pictures::formatNamed(".y4m")->stores(frame.side, false),
         frame.size);
     pictures::repack(frame, planar);
     const Cell cell = {planar.side.cell.width, planar.side.cell.height};
