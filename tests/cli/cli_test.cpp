@@ -46,8 +46,8 @@ void fill(Frame& frame, std::mt19937& random) {
 // The same arguments for the call and for the command line.
 struct Arguments {
     explicit Arguments(const Export& e) {
-        const auto give = [&](bool taken, const std::string& option) {
-            if (taken) text += " " + option;
+        const auto give = [&](bool taken, const char* option) {
+            if (taken) text.append(" ").append(option);
             return taken;
         };
         values.threshold = 127;
@@ -64,7 +64,7 @@ struct Arguments {
             text += " --weights ";
             for (int i = 0; i < e.weights; ++i) {
                 doubles.push_back((i % 5) * 0.125), floats.push_back(float(doubles.back()));
-                text += (i ? "," : "") + std::to_string(doubles.back());
+                text.append(i ? "," : "").append(std::to_string(doubles.back()));
             }
             values.weights = p->bytes == 8 ? static_cast<const void*>(doubles.data()) : floats.data();
         }
