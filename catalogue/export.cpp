@@ -258,7 +258,9 @@ constexpr struct {
     {"moxiYCbCr420To411*", {"YCbCr420", "YCbCr411"}},
     {"moxiYCbCr420To422*", {"YCbCr420", "YCbCr422"}},
     {"moxiYCbCr422To420*", {"YCbCr422", "YCbCr420"}},
+    {"*v210ToGray*", {"YUV422v210", "Gray"}},
     {"*v210*", {"YUV422v210", "565"}},
+    {"moxiRGBToCbYCr422Gamma*", {"RGB", "CbYCr422"}},
 };
 
 // ---- names and prototypes -------------------------------------------------------------------------------------------
@@ -516,6 +518,13 @@ const Export* find(std::string_view name) {
     const std::string whole = name.starts_with("mox") ? std::string(name) : "moxi" + std::string(name);
     const auto at = std::ranges::lower_bound(exports(), whole, {}, &Export::name);
     return at != exports().end() && at->name == whole ? &*at : nullptr;
+}
+
+const Side* findSide(std::string_view holds, std::string_view layout, std::string_view depth) {
+    for (const Export& e : exports())
+        for (const Side& side : e.sides)
+            if (!side.planes.empty() && side.holds == holds && side.layout == layout && side.depth == depth) return &side;
+    return nullptr;
 }
 
 const ValueKind& valueKind(Value value) { return *std::ranges::find(valueKinds, value, &ValueKind::value); }

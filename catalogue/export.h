@@ -188,6 +188,8 @@ struct Export {
 const std::vector<Export>& exports();
 /// Null if there is none of this name; "moxi" may be missing.
 const Export* find(std::string_view name);
+/// What an export reads or writes that holds this; null if none does.
+const Side* findSide(std::string_view holds, std::string_view layout, std::string_view depth);
 
 /// A constant of the headers: a status, a grid, a dither ...
 struct Constant {

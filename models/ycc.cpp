@@ -10,8 +10,7 @@
 namespace q4 {
 namespace {
 
-// ---- rules: 8u, vector columns on 16 bits and last columns on 32
-// -----------------------------------------------------
+// ---- rules: 8u, vector columns on 16 bits and last columns on 32 ----------------------------------------------------
 
 MOX_INLINE I16 high(I16 x, int weight) { return mulHi(x, splat<I16>(int16_t(weight))); }
 MOX_INLINE I16 high(U16 x, int weight) { return as<I16>(mulHi(x, splat<U16>(uint16_t(weight)))); }

@@ -9,8 +9,7 @@ using namespace moxtest;
 
 namespace {
 
-// ---- 8u: sixteen-bit arithmetic in vector columns, 32-bit in the others
-// ----------------------------------------------
+// ---- 8u: sixteen-bit arithmetic in vector columns, 32-bit in the others ---------------------------------------------
 
 int16_t high(int a, int b) { return static_cast<int16_t>(a * b >> 16); }
 
