@@ -108,7 +108,7 @@ run GrayToRGB_8u_C1C3R gray.pgm --time 2>&1 | grep -q 'MPix/s' || fail "no speed
 "$moxcc" show RGBToHLS_8u_C3R | grep -q 'const Mox8u\* src, int32_t srcStep' || fail "no prototype"
 "$moxcc" compare binary.ppm <(printf 'P6 2 1 255\n\377\0\200\0\377\0') | grep -q 'largest difference 255, 255 and 0, in channel 2 at column 1, row 0' ||
     fail "another place"
-"$moxcc" --help | grep -q '^  moxcc run RGBToGray_8u_C3C1R photo.png' || fail "no examples"
+"$moxcc" --help | grep -q '^  . moxcc run RGBToGray_8u_C3C1R photo.png' || fail "no examples"
 coloured() { grep -q $'\033' <<<"$1"; }
 ! coloured "$("$moxcc" list nv12)" || fail "colours in a pipe"
 coloured "$(script -qec "$moxcc list nv12" /dev/null </dev/null)" || fail "no colours on a terminal"
