@@ -552,7 +552,8 @@ const Parameter* Export::parameter(Value value) const {
 
 int Export::rowBytes(int side, size_t plane, int width, int firstBit) const {
     const PlaneShape& shape = sides[side].planes[plane];
-    if (side == 0 && steps == StepUnit::samples) {  // words of three samples; the last ones only as far as they are looked at
+    if (side == 0 &&
+        steps == StepUnit::samples) {  // words of three samples; the last ones only as far as they are looked at
         constexpr int partial[2][6] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
         return width / 6 * 16 + 4 * partial[!is("*Gray*")][width % 6];
     }
