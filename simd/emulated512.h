@@ -51,6 +51,15 @@ inline __m512 gather(__m512i index, const float* table) {
 #define MOX_PAIRED_HALVES(operation, a, b) \
     q4::emulated::byHalves([](auto half_a, auto half_b) { return operation; }, a, b)
 
+// What the compiler, where it does not optimise, has as macros too.
+#undef _mm512_alignr_epi8
+#undef _mm512_alignr_epi64
+#undef _mm512_bslli_epi128
+#undef _mm512_bsrli_epi128
+#undef _mm512_shuffle_epi32
+#undef _mm512_srai_epi32
+#undef _mm512_i32gather_ps
+// What SIMDe takes element by element, or has wrong.
 #undef _mm512_madd_epi16
 #undef _mm512_mul_epu32
 #undef _mm512_unpacklo_epi8
