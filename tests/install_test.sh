@@ -60,6 +60,9 @@ mv "$work/developers/"* "$tree/lib"
 
 echo "== through CMake, in another place"
 mv "$tree" "$work/moved"
+if [ -x "$work/moved/bin/moxcc" ]; then
+    [ "$("$work/moved/bin/moxcc" list --names | wc -l)" = 439 ] || { echo "moxcc does not find its library" >&2; exit 1; }
+fi
 for example in c cpp; do
     quietly cmake -G Ninja -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/moved"
     quietly cmake --build "$work/$example"

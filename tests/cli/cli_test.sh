@@ -2,6 +2,7 @@
 # cli_test.sh <moxcc> [sanitizers]: what a user of the program counts on, in files and in pipes.
 set -euo pipefail
 moxcc=$(realpath "$1")
+completion=$(realpath "$(dirname "$0")/../../cli/completion.bash")
 sanitizers=${2-}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -113,6 +114,20 @@ coloured() { grep -q $'\033' <<<"$1"; }
 ! coloured "$("$moxcc" list nv12)" || fail "colours in a pipe"
 coloured "$(script -qec "$moxcc list nv12" /dev/null </dev/null)" || fail "no colours on a terminal"
 ! coloured "$(NO_COLOR=1 script -qec "$moxcc list nv12" /dev/null </dev/null)" || fail "colours in spite of NO_COLOR"
+
+PATH=$(dirname "$moxcc"):$PATH
+. "$completion"
+completes() { # <words expected> <word ...>
+    local expected=$1
+    shift
+    COMP_WORDS=(moxcc "$@") COMP_CWORD=$#
+    _moxcc
+    [ "${COMPREPLY[*]}" = "$expected" ] || fail "$*: completed by ${COMPREPLY[*]}"
+}
+completes 'run' r
+completes 'YCbCr411To420_8u_P3R' run YCbCr411To4
+completes '--threads --threshold' run RGBToGray_8u_C3C1R --th
+completes 'gbrg grbg' run CFAToRGB_8u_C1C3R --grid g
 
 refused 2 'did you mean RGBToGray_8u_C3C1R' run RGBToGray_8u_C3C1 rgb.ppm -o out.png
 refused 2 'did you mean run' rum
