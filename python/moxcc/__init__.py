@@ -6,6 +6,7 @@ takes: ``moxcc.exports["moxiRGBToGray_8u_C3C1R"]``.
 """
 
 import inspect
+import os
 import re
 import warnings
 from collections import namedtuple
@@ -15,7 +16,7 @@ from . import _moxcc
 from ._moxcc import Error, Export, StatusWarning
 
 Library = namedtuple("Library", "path level")
-_path = _moxcc.library_path()
+_path = os.path.realpath(_moxcc.library_path())
 _folder = re.search("/glibc-hwcaps/([^/]+)/", _path)
 #: The library file in use, and the processor level that it is built for.
 library = Library(_path, _folder[1] if _folder else "x86-64-v2")
