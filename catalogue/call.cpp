@@ -72,7 +72,8 @@ Picture rowsOf(const Export& e, int side, Picture picture, int y, int end) {
     for (size_t i = 0; i < e.sides[side].planes.size(); ++i) {
         Plane& plane = picture.planes[i];
         const ptrdiff_t row = y / e.sides[side].planes[i].height;
-        const ptrdiff_t step = e.takesNoSteps(side) ? e.rowBytes(side, i, picture.size.width) : plane.step;
+        ptrdiff_t step = e.takesNoSteps(side) ? e.rowBytes(side, i, picture.size.width) : plane.step;
+        if (e.steps == StepUnit::roundedDown) step &= -ptrdiff_t(e.sides[side].sampleBytes);
         if (plane.data) plane.data = static_cast<uint8_t*>(plane.data) + row * step;
     }
     picture.size.height = end - y;

@@ -485,7 +485,8 @@ void derive(Export& e) {
         if (row.cell.width) e.cell = row.cell;
         break;
     }
-    e.weights = e.is("*Twist*C4R") && !e.is("*AC4*") ? 16 : e.is("*Twist*") ? 12 : 3;
+    if (e.parameter(Parameter::weights))
+        e.weights = e.is("*Twist*C4R") && !e.is("*AC4*") ? 16 : e.is("*Twist*") ? 12 : 3;
     e.needsWeights = e.tested(Check::weights) || e.is("*64f_AC4*");
     for (const auto& row : stepUnits)
         if (e.is(row.names)) e.steps = row.unit;

@@ -36,7 +36,7 @@ TEST_P(Bands, GiveTheBytesOfOneCall) {
     static const float weights[16] = {0.3f, 0.6f, 0.1f, 0.2f, 0.1f, 0.7f, 0.2f, 0.1f,
                                       0.4f, 0.1f, 0.5f, 0.1f, 0,    0,    0,    1};
     static const double wide[3] = {0.3, 0.6, 0.1};
-    for (const MoxiSize drawnSize : {MoxiSize{37, 64}, {40, 61}, {32, 40}, {6, 9}, {64, 5}, {1, 3}, {16, 1100}}) {
+    for (const MoxiSize drawnSize : {MoxiSize{37, 64}, {40, 61}, {6, 9}, {1, 3}, {16, 1100}}) {
         MoxiSize size = {std::max(drawnSize.width, e.least.width), std::max(drawnSize.height, e.least.height)};
         if (e.tested(catalogue::Check::wholeCells)) size = {size.width & -4, size.height & -4};
         if (size.height > 64 && !e.parameter(Value::dither)) continue;
@@ -53,6 +53,7 @@ TEST_P(Bands, GiveTheBytesOfOneCall) {
             const Picture whole = before;
             const MoxStatus status = catalogue::call(e, src.view(), whole.view(), values, function);
             for (const int threads : {1, 2, 3, 7, 64}) {
+                if (threads == 64 && size.height != 64) continue;  // threads are dear
                 const Picture bands = before;
                 ASSERT_EQ(catalogue::callInBands(e, src.view(), bands.view(), values, threads, function), status);
                 ASSERT_TRUE(same(bands, whole, Nan::anyNan)) << threads << " threads";
