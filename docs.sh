@@ -1,7 +1,7 @@
 #!/bin/sh
 # ./docs.sh
-# Installs Doxygen if it is missing, builds the site from the headers and the pages in docs/ into build/docs/html, and tests
-# that it tells all about every export. Any warning is an error.
+# Installs Doxygen if it is missing, builds the site from the headers and the pages in docs/ into build/docs/html, and
+# tests that it tells all about every export. Any warning is an error.
 set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh

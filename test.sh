@@ -6,7 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-need cmake ninja-build gcc g++ libgtest-dev libpng-dev python3
+# shellcheck disable=SC2086
+need $moxcc_python $moxcc_program libgtest-dev python3-pytest python3-av python3-pil python3-dask python3-distributed
 
 jobs=$(nproc)
 passed=0

@@ -1,5 +1,5 @@
-// moxcc_bench [--data] [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches, at
-// 1280x720 if no size is given; with --data at three sizes, as lines of data.
+// moxcc_bench [--data] [regex] [WIDTHxHEIGHT ...] [--benchmark_* ...]: measures the rows whose name the regex matches,
+// at 1280x720 if no size is given; with --data at three sizes, as lines of data.
 //
 // A row's contenders run as Google Benchmark repetitions in random order, so that a burst of other work on the machine
 // hits all alike; the best repetition of each counts. Times are processor time of the one thread.
@@ -101,8 +101,8 @@ Run memcpyRun(const Picture& src, const Picture& dst) {
     };
 }
 
-// The figures: for a person a table, one line per row and size as soon as it is measured, and a summary at the end; or the
-// lines of data that docs/measurements/ keeps, with the machine they come from.
+// The figures: for a person a table, one line per row and size as soon as it is measured, and a summary at the end; or
+// the lines of data that docs/measurements/ keeps, with the machine they come from.
 class Report {
   public:
     Report(const std::vector<LibraryFile>& files, bool data) : data_(data) {

@@ -104,6 +104,9 @@ constexpr struct {
     {"*422_Filter_8u_*P3R", {2, 8}, false},
 };
 
+// Destinations of four channels with alpha that do get a fourth: a 0.
+constexpr const char* writesFourth[] = {"*_P3AC4R", "moxiRGBToYCbCr_8u_AC4R"};
+
 // What steps count, where that is not bytes.
 constexpr struct {
     const char* names;
@@ -157,8 +160,8 @@ const ValueKind valueKinds[] = {
     {Value::upperLimit, {1, 17, 235, 1e30}, {}, 0},
 };
 
-// Where bands may begin so that they give the bytes of one call: at multiples of so many rows; not at all (0); or as the
-// call has it, see Export::cuts().
+// Where bands may begin so that they give the bytes of one call: at multiples of so many rows; not at all (0); or as
+// the call has it, see Export::cuts().
 constexpr int notSplit = 0, byCall = -1;
 constexpr BandRule bands[] = {
     {"*ToneMap*", "tone mapping", notSplit, "not split",
@@ -258,7 +261,9 @@ constexpr struct {
     {"moxiYCbCr420To411*", {"YCbCr420", "YCbCr411"}},
     {"moxiYCbCr420To422*", {"YCbCr420", "YCbCr422"}},
     {"moxiYCbCr422To420*", {"YCbCr422", "YCbCr420"}},
+    {"*v210ToGray*", {"YUV422v210", "Gray"}},
     {"*v210*", {"YUV422v210", "565"}},
+    {"moxiRGBToCbYCr422Gamma*", {"RGB", "CbYCr422"}},
 };
 
 // ---- names and prototypes -------------------------------------------------------------------------------------------
@@ -281,7 +286,10 @@ Parameter parameterOf() {
                 .floating = std::is_floating_point_v<Sample>,
                 .isSigned = std::is_signed_v<Sample>};
     } else {
-        return {.kind = Parameter::number, .bytes = sizeof(T), .floating = std::is_floating_point_v<T>};
+        return {.kind = Parameter::number,
+                .bytes = sizeof(T),
+                .floating = std::is_floating_point_v<T>,
+                .isSigned = std::is_signed_v<T>};
     }
 }
 
@@ -448,7 +456,7 @@ void derive(Export& e) {
     const std::vector<std::string> depths = depthsOf(whole);
     e.operation = whole.substr(4, depths.empty() ? whole.npos : whole.find("_" + depths[0]) - 4);
     const std::string_view models = whole.substr(0, whole.find('_'));
-    const auto rule = std::ranges::find_if(held, [&](const auto& row) { return e.is(row.names); });
+    const auto holding = std::ranges::find_if(held, [&](const auto& row) { return e.is(row.names); });
     for (const int i : {0, 1}) {
         const auto p = std::ranges::find_if(e.parameters, [&](const Parameter& q) {
             return q.side == i && (q.role == Parameter::image || q.role == Parameter::images);
@@ -459,9 +467,11 @@ void derive(Export& e) {
         side.layout = layouts[size_t(i)].text;
         side.depth = depths[size_t(i)];
         side.cell = cells[i];
+        side.keepsFourth =
+            side.layout == "AC4" && std::ranges::none_of(writesFourth, [&](const char* names) { return e.is(names); });
         side.planes = shapesOf(layouts[size_t(i)], cells[i], p->bytes, !incomplete);
-        if (rule != std::end(held))
-            side.holds = rule->holds[i];
+        if (holding != std::end(held))
+            side.holds = holding->holds[i];
         else
             side.holds = to > models.size() ? models.substr(4)
                          : i == 0           ? models.substr(4, to - 4)
@@ -480,6 +490,8 @@ void derive(Export& e) {
     for (const auto& row : stepUnits)
         if (e.is(row.names)) e.steps = row.unit;
     e.dependsOnAddresses = std::ranges::any_of(addressDependent, [&](const char* names) { return e.is(names); });
+    e.mayOverwriteSource = e.is("*@(GammaFwd|GammaInv|ReduceBits)_*") && e.sides[0].depth == e.sides[1].depth;
+    e.bands = &*std::ranges::find_if(bands, [&](const BandRule& rule) { return e.is(rule.names); });
     e.mostLevels = e.is("*8u_*") ? 256 : 65536;
 }
 
@@ -491,8 +503,10 @@ std::vector<Export> makeExports() {
 #define MOX_ADDRESS(name) reinterpret_cast<void*>(&name)
 #endif
 #define MOX_EXPORTED(name, ...) add<decltype(name)>(all, #name, MOX_ADDRESS(name), __VA_ARGS__);
+#define MOX_CONSTANT(...)
 #include "exports.inc"
 #undef MOX_EXPORTED
+#undef MOX_CONSTANT
     for (Export& e : all) derive(e);
     std::ranges::sort(all, {}, &Export::name);
     return all;
@@ -511,7 +525,26 @@ const Export* find(std::string_view name) {
     return at != exports().end() && at->name == whole ? &*at : nullptr;
 }
 
+const Side* findSide(std::string_view holds, std::string_view layout, std::string_view depth) {
+    for (const Export& e : exports())
+        for (const Side& side : e.sides)
+            if (!side.planes.empty() && side.holds == holds && side.layout == layout && side.depth == depth)
+                return &side;
+    return nullptr;
+}
+
 const ValueKind& valueKind(Value value) { return *std::ranges::find(valueKinds, value, &ValueKind::value); }
+
+std::span<const Constant> constants() {
+    static constexpr Constant all[] = {
+#define MOX_EXPORTED(...)
+#define MOX_CONSTANT(name, documentation) {#name, name, documentation},
+#include "exports.inc"
+#undef MOX_EXPORTED
+#undef MOX_CONSTANT
+    };
+    return all;
+}
 
 std::span<const BandRule> bandRules() { return bands; }
 std::span<const Format> formats() { return formatTable; }
@@ -534,7 +567,8 @@ const Parameter* Export::parameter(Value value) const {
 
 int Export::rowBytes(int side, size_t plane, int width, int firstBit) const {
     const PlaneShape& shape = sides[side].planes[plane];
-    if (side == 0 && is("*v210*")) {  // words of three samples; the last ones only as far as they are looked at
+    if (side == 0 &&
+        steps == StepUnit::samples) {  // words of three samples; the last ones only as far as they are looked at
         constexpr int partial[2][6] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
         return width / 6 * 16 + 4 * partial[!is("*Gray*")][width % 6];
     }
@@ -550,7 +584,7 @@ int Export::rows(int side, size_t plane, int height) const {
 }
 
 int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
-    if (is("*AHD*")) return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
+    if (operation == "DemosaicAHD") return int64_t(30) * (std::max(size.width, 6) + 8) * sides[0].sampleBytes;
     if (!parameter(Parameter::buffer) || !converts()) return 0;
     int32_t bytes = 0;
     const auto tell =
@@ -561,14 +595,15 @@ int64_t Export::bufferBytes(MoxiSize size, const Values& values) const {
 
 Cuts Export::cuts(MoxiSize size, const Values& values) const {
     Cuts result = {.least = std::max(least.height, 1)};
-    result.unit = std::ranges::find_if(bands, [&](const BandRule& rule) { return is(rule.names); })->unit;
+    result.unit = bands->unit;
     if (result.unit != byCall) return result;
     result.unit = 1;
     if (is("*_VNG_*")) {
         result.least = 3;
     } else if (is("*DemosaicAHD*")) {
         result.least = 1, result.unit = 2;
-        result.phase = values.grid == moxBayerGridRGGB || values.grid == moxBayerGridGRBG ? 0 : 1;
+        const int redRow = values.grid == moxBayerGridRGGB || values.grid == moxBayerGridGRBG ? 0 : 1;
+        result.phase = (redRow + values.region.y) % 2;
     } else if (is("*ReduceBits*")) {
         const bool bayer = values.dither == moxDitherBayer && !is("*8u1u*");
         result.unit = values.dither == moxDitherNone ? 1 : !bayer ? notSplit : values.noise > 0 ? 512 : 4;

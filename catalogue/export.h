@@ -113,6 +113,7 @@ struct Side {
     std::string depth;   // "8u", "16s", "32f" ...
     int sampleBytes = 0;
     bool floating = false;
+    bool keepsFourth = false;        // what a destination holds in the fourth channel stays
     std::vector<PlaneShape> planes;  // none: the export works in place, and has a destination only
     MoxiSize cell = {1, 1};          // pixels that share a chroma sample
 
@@ -132,6 +133,7 @@ struct Cuts {
 // ---- exports --------------------------------------------------------------------------------------------------------
 
 struct Values;
+struct BandRule;
 
 struct Export {
     std::string name;           // "moxiRGBToGray_8u_C3C1R"
@@ -151,6 +153,8 @@ struct Export {
     int mostLevels = 0;
     StepUnit steps = StepUnit::bytes;
     bool dependsOnAddresses = false;
+    bool mayOverwriteSource = false;  // the destination may be the source, row for row, though it takes both
+    const BandRule* bands = nullptr;
 
     /// Whether the name fits a shell pattern.
     bool is(const char* pattern) const;
@@ -185,6 +189,16 @@ struct Export {
 const std::vector<Export>& exports();
 /// Null if there is none of this name; "moxi" may be missing.
 const Export* find(std::string_view name);
+/// What an export reads or writes that holds this; null if none does.
+const Side* findSide(std::string_view holds, std::string_view layout, std::string_view depth);
+
+/// A constant of the headers: a status, a grid, a dither ...
+struct Constant {
+    const char* name;  // "moxStatusOddSize"
+    int value;
+    const char* documentation;
+};
+std::span<const Constant> constants();
 
 // ---- pages ----------------------------------------------------------------------------------------------------------
 

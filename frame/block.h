@@ -97,8 +97,8 @@ MOX_INLINE I32 lowBits(I32 v) {
     if constexpr (std::is_same_v<T, int16_t>) return shr<16>(shl<16>(v));
 }
 
-/// A rule or a kernel, or a part of one, made of the arguments that a call has behind the size: by its own of(), or as an
-/// aggregate of them.
+/// A rule or a kernel, or a part of one, made of the arguments that a call has behind the size: by its own of(), or as
+/// an aggregate of them.
 template <class Part, class... Extra>
 MOX_INLINE Part partOf(Extra... extra) {
     if constexpr (requires {

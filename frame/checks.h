@@ -1,10 +1,8 @@
-// Argument checks. An entry lists them in the order in which they decide:
+// Argument checks of entries that are functions, in the order in which they decide:
 //
-//     if (MoxStatus s = firstOf(notNull(src, dstPlanes), sizeAtLeast(roiSize, 2, 2), planesNotNull<3>(dstPlanes)))
-//     return s;
+//     if (MoxStatus s = firstOf(notNull(src, dst), sizeAtLeast(roiSize, 2, 2))) return s;
 //
-// Each is tested only after those before it have passed, so that a plane array is read only once it is known not to be
-// null.
+// Each is tested only after those before it have passed.
 #pragma once
 
 #include "moxcc/types.h"
@@ -30,24 +28,8 @@ inline auto notNull(const T*... pointers) {
     return [=] { return ((pointers != nullptr) && ...) ? moxStatusOk : moxStatusNullPtr; };
 }
 
-/// The first n pointers of a plane array.
-template <int n, class T>
-inline auto planesNotNull(T* const* planes) {
-    return [=] {
-        for (int i = 0; i < n; ++i)
-            if (!planes[i]) return moxStatusNullPtr;
-        return moxStatusOk;
-    };
-}
-
 inline auto sizeAtLeast(MoxiSize size, int width, int height) {
     return [=] { return size.width >= width && size.height >= height ? moxStatusOk : moxStatusBadSize; };
-}
-
-/// Steps of at least 1.
-template <class... Step>
-inline auto stepsPositive(Step... steps) {
-    return [=] { return ((steps >= 1) && ...) ? moxStatusOk : moxStatusBadStep; };
 }
 
 }  // namespace q4

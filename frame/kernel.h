@@ -137,9 +137,9 @@ struct Passes {
 /// In place of a rule: columns that are neither read nor written.
 struct LeftAlone {};
 
-/// A row kernel with a rule for the columns below a limit, one for the others of whole cells, and one for what is left of
-/// a cell, such as the last pixel of an odd width. Rules need not agree to the last bit, which makes the limit part of the
-/// result.
+/// A row kernel with a rule for the columns below a limit, one for the others of whole cells, and one for what is left
+/// of a cell, such as the last pixel of an odd width. Rules need not agree to the last bit, which makes the limit part
+/// of the result.
 template <Layout Src_, Layout Dst_, class Limit, int cellWidth, class Below, class Above, class Rest = LeftAlone>
 struct InParts {
     using Src = Src_;
@@ -253,8 +253,8 @@ struct EachPlane : Plane {
     }
 };
 
-/// A call warns of pixels in no whole cell, which it leaves alone. Those of two rows are two columns wide; other kernels
-/// that warn say what a cell is.
+/// A call warns of pixels in no whole cell, which it leaves alone. Those of two rows are two columns wide; other
+/// kernels that warn say what a cell is.
 template <class Kernel>
 constexpr MoxiSize cellOf() {
     if constexpr (requires { Kernel::warnsOutside; })

@@ -78,8 +78,8 @@ struct LayoutOf {
 };
 
 /// How pixels lie in memory. A source has load<N>(SrcRows<rowPointers>, x), which gives a block of N pixels from column
-/// x on; a destination has store<N>(DstRows<rowPointers>, x, block). What a block is, layout and rule agree on: as a rule
-/// a Block of channels.
+/// x on; a destination has store<N>(DstRows<rowPointers>, x, block). What a block is, layout and rule agree on: as a
+/// rule a Block of channels.
 template <class L>
 concept Layout = requires(int row, ptrdiff_t pixels) {
     typename L::Sample;
@@ -247,9 +247,9 @@ using Bgr = Reversed<C3<T>>;
 
 // ---- dealt pixels ---------------------------------------------------------------------------------------------------
 //
-// Pixels of four samples, loaded in vectors as they follow and taken apart lane by lane, leave a vector's pixels dealt to
-// the lanes, so many at a time as a lane of memory holds: four bytes of each channel. A kernel whose rule takes each pixel
-// by itself, or each pair of bytes, need not put them back in line before it is done: its two layouts are Dealt.
+// Pixels of four samples, loaded in vectors as they follow and taken apart lane by lane, leave a vector's pixels dealt
+// to the lanes, so many at a time as a lane of memory holds: four bytes of each channel. A kernel whose rule takes each
+// pixel by itself, or each pair of bytes, need not put them back in line before it is done: its two layouts are Dealt.
 
 /// A layout whose blocks are dealt.
 template <class L>

@@ -1,9 +1,10 @@
 // The exports of the static library, which holds the code of every processor level: each export jumps through a slot.
 //
 // A slot starts with the code that every processor can run, and is set once, at load, to that of the widest level which
-// this one has. A call tests nothing, and one that comes before that moment, from another constructor, is right as well:
-// all levels give the same bits. (An indirect function of the linker would do the same, but not in the C libraries that
-// have none, and those have no folders of processor levels either: they are what the static library is for.)
+// this one has. A call tests nothing, and one that comes before that moment, from another constructor, is right as
+// well: all levels give the same bits. (An indirect function of the linker would do the same, but not in the C
+// libraries that have none, and those have no folders of processor levels either: they are what the static library is
+// for.)
 #include <cstddef>
 
 // The addresses of an export's code, level by level: the first is the slot. Its section belongs to the export's own

@@ -211,8 +211,8 @@ struct Packed422 : LayoutOf<1> {
     struct Cell {
         uint8_t bytes[4];
     };
-    /// The cell of the last pixel of an odd width, of which p holds luma and the first chroma: the second chroma is that
-    /// of the pair before, or, if there is none, the first for both.
+    /// The cell of the last pixel of an odd width, of which p holds luma and the first chroma: the second chroma is
+    /// that of the pair before, or, if there is none, the first for both.
     static Cell lastCell(const uint8_t* p, bool pairBefore) {
         constexpr int first = 1 - luma;
         Cell cell;

@@ -57,7 +57,8 @@ Sum log2(double x) {
     double m = std::bit_cast<double>((bits & 0xFFFFFFFFFFFFF) | 0x3FF0000000000000);
     if (m > 0x1.6Ap0) m /= 2, exponent += 1;
 
-    // ln m = 2 s (1 + z / 3 + z^2 / 5 + ...) with s = (m - 1) / (m + 1) and z = s^2 <= 0.0295; a float's m + 1 is exact.
+    // ln m = 2 s (1 + z / 3 + z^2 / 5 + ...) with s = (m - 1) / (m + 1) and z = s^2 <= 0.0295; a float's m + 1 is
+    // exact.
     const double s = (m - 1) / (m + 1);
     const Sum p = product(s, m + 1);
     const Sum quotient = {s, (((m - 1) - p.hi) - p.lo) / (m + 1)};

@@ -228,9 +228,9 @@ template <class T, class Recipe, Px<F32, 3> (*scale)(const Px<F32, 3>&), I32 (*c
 using Inv = On<F32, HLSToRGB<T, Recipe, scale, convert>>;
 
 template <class T>
-using innerHLSToRGBBody = Inv<T, ProductThenScale, scaleByConstants<T>, nearest>;
+using HLSToRGBBody = Inv<T, ProductThenScale, scaleByConstants<T>, nearest>;
 template <F32 (*quotient)(F32, float)>
-using innerHLSToRGBTail_8u = GrayAsItIs<Inv<Mox8u, ProductThenDivide<quotient>, scaleByQuotients<quotient>, truncate>>;
+using HLSToRGBTail_8u = GrayAsItIs<Inv<Mox8u, ProductThenDivide<quotient>, scaleByQuotients<quotient>, truncate>>;
 
 /// The first four columns of the tail multiply by reciprocals in place of the divisions, unless the source row's and
 /// the destination row's bytes overlap.
@@ -245,15 +245,15 @@ struct innerHLSToRGB_8u_C3R {
         const ptrdiff_t limit = width & -8;
         const bool grouped = width - limit >= 4 && disjoint(src.p[0], dst.p[0], Src::bytes(0, width));
         const ptrdiff_t groupEnd = grouped ? limit + 4 : limit;
-        span<Src, Dst>(src, dst, 0, limit, innerHLSToRGBBody<Mox8u>{});
-        span<Src, Dst>(src, dst, limit, groupEnd, innerHLSToRGBTail_8u<multiplyByRcp2>{});
-        span<Src, Dst>(src, dst, groupEnd, width, innerHLSToRGBTail_8u<divide>{});
+        span<Src, Dst>(src, dst, 0, limit, HLSToRGBBody<Mox8u>{});
+        span<Src, Dst>(src, dst, limit, groupEnd, HLSToRGBTail_8u<multiplyByRcp2>{});
+        span<Src, Dst>(src, dst, groupEnd, width, HLSToRGBTail_8u<divide>{});
     }
 };
-using innerHLSToRGB_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, innerHLSToRGBBody<Mox8u>, innerHLSToRGBTail_8u<divide>>;
+using innerHLSToRGB_8u_AC4R = Split<AC4<Mox8u>, AC4<Mox8u>, 4, HLSToRGBBody<Mox8u>, HLSToRGBTail_8u<divide>>;
 template <class Layout, class T = typename Layout::Sample>
 using innerHLSToRGB_16u_C3R =
-    Split<Layout, Layout, 4, BiasedIf16s<T, innerHLSToRGBBody<Mox16u>>,
+    Split<Layout, Layout, 4, BiasedIf16s<T, HLSToRGBBody<Mox16u>>,
           BiasedIf16s<T, GrayAsItIs<Inv<Mox16u, ScaleThenProduct, scaleByConstants<Mox16u>, nearestLowBits<Mox16u>>>>>;
 template <class Layout>
 using innerHLSToRGB_32f_C3R = Split<Layout, Layout, 4, GrayAsItIs<On<F32, HLSToRGBFloat<ScaleThenProduct>>>,

@@ -9,9 +9,9 @@ namespace {
 
 // ---- rules: RGB to HSV ----------------------------------------------------------------------------------------------
 
-/// Samples of H and S for pixels that are not gray, from mx, delta, what the channels before and after lie below mx, and
-/// the first sector of the third: 0, 2 or 4. Tails store the low bits; only a rounding mode that rounds up leaves the
-/// range.
+/// Samples of H and S for pixels that are not gray, from mx, delta, what the channels before and after lie below mx,
+/// and the first sector of the third: 0, 2 or 4. Tails store the low bits; only a rounding mode that rounds up leaves
+/// the range.
 template <I32 (*convert)(F32)>
 struct HSOfHue_8u {
     MOX_INLINE Px<I32, 2> operator()(const Px<F32, 5>& p) const {

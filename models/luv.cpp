@@ -71,17 +71,10 @@ MOX_INLINE Px<F32, 3> asReal(const Px<Lane<T>, 3>& samples) {
         return samples;
 }
 
-MOX_INLINE F32 operator*(float a, F32 b) { return splat<F32>(a) * b; }
-MOX_INLINE F32 operator*(F32 a, float b) { return a * splat<F32>(b); }
-MOX_INLINE F32 operator+(F32 a, float b) { return a + splat<F32>(b); }
-MOX_INLINE F32 operator-(F32 a, float b) { return a - splat<F32>(b); }
-MOX_INLINE F32 operator-(float a, F32 b) { return splat<F32>(a) - b; }
-MOX_INLINE F32 operator/(F32 a, float b) { return a / splat<F32>(b); }
-
 enum class To { truncated, nearest };
 
 template <To how>
-MOX_INLINE I32 convert(F32 v) {
+MOX_INLINE I32 rounded(F32 v) {
     return how == To::nearest ? nearest(v) : truncate(v);
 }
 
@@ -135,10 +128,10 @@ struct RGBToLUV {
         if constexpr (D::integer) {
             F32 vSample = (v + 140) * D::toSamples.v;
             if constexpr (is16<T>) vSample = vSample + 0.5f;
-            I32 uInt = convert<columns.uv>((u + 134) * D::toSamples.u), vInt = convert<columns.uv>(vSample);
+            I32 uInt = rounded<columns.uv>((u + 134) * D::toSamples.u), vInt = rounded<columns.uv>(vSample);
             if constexpr (columns.noSum == NoSum::noChroma)
                 uInt = andNot(as<I32>(noSum), uInt), vInt = andNot(as<I32>(noSum), vInt);
-            return Px{stored(convert<columns.l>(L * D::toSamples.l)), stored(uInt), stored(vInt)};
+            return Px{stored(rounded<columns.l>(L * D::toSamples.l)), stored(uInt), stored(vInt)};
         } else {
             return Px{L, u, v};
         }
@@ -147,7 +140,7 @@ struct RGBToLUV {
   private:
     MOX_INLINE static F32 lightness(F32 Y) {
         const F32 y = is16<T> ? Y * 1.5259022e-05f : Y;
-        const I32 k = is16<T> ? shr<9>(convert<columns.index>(Y)) : convert<columns.index>(Y * powLuvScale);
+        const I32 k = is16<T> ? shr<9>(rounded<columns.index>(Y)) : rounded<columns.index>(Y * powLuvScale);
         return select(le(Y, splat<F32>(D::darkY)), y * darkSlope, cubeRoot(D::table, y, k, D::series) * 116 - 16);
     }
     MOX_INLINE static I32 stored(I32 v) { return columns.saturates ? v - splat<I32>(sampleBias<T>) : lowBits<T>(v); }

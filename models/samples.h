@@ -1,4 +1,5 @@
-// What float rules do with samples at either end: 16-bit samples as floats from 0 to 65535, and results limited to 0 to 1.
+// What float rules do with samples at either end: 16-bit samples as floats from 0 to 65535, and results limited to 0 to
+// 1.
 #pragma once
 
 #include "frame/block.h"
@@ -16,6 +17,18 @@ MOX_INLINE Px<F32, C> unbiased(const Px<I32, C>& samples) {
     for (int c = 0; c < C; ++c) floats.c[c] = toF32(samples.c[c] + splat<I32>(sampleBias<T>));
     return floats;
 }
+
+// A constant in each lane.
+MOX_INLINE F32 operator*(float a, F32 b) { return splat<F32>(a) * b; }
+MOX_INLINE F32 operator*(F32 a, float b) { return a * splat<F32>(b); }
+MOX_INLINE F32 operator+(F32 a, float b) { return a + splat<F32>(b); }
+MOX_INLINE F32 operator-(F32 a, float b) { return a - splat<F32>(b); }
+MOX_INLINE F32 operator-(float a, F32 b) { return splat<F32>(a) - b; }
+MOX_INLINE F32 operator/(F32 a, float b) { return a / splat<F32>(b); }
+
+/// Columns go by fours where a fourth channel is kept, by eights otherwise.
+template <class Layout>
+inline constexpr int group8u = Layout::keepsOld ? 4 : 8;
 
 /// To 0 to 1; a NaN passes both tests.
 MOX_INLINE F32 clampUnit(F32 v) { return min(splat<F32>(1), max(zero<F32>(), v)); }

@@ -1,5 +1,5 @@
-// Weighted sums of three samples in fixed point, on 16-bit lanes: one row of a colour matrix, applied to the channels of
-// a pixel or to their sums over a few pixels. The rules differ in where they round.
+// Weighted sums of three samples in fixed point, on 16-bit lanes: one row of a colour matrix, applied to the channels
+// of a pixel or to their sums over a few pixels. The rules differ in where they round.
 #pragma once
 
 #include "frame/block.h"
@@ -31,8 +31,9 @@ struct MatrixRow {
 
 // ---- samples --------------------------------------------------------------------------------------------------------
 //
-// Rules read sample c of what they are applied to as scaled<scale>(x, c), its value times 2^scale. Other kinds of pixels
-// than vectors of wide samples have a scaled() of their own, which may cost less than to widen and then to shift.
+// Rules read sample c of what they are applied to as scaled<scale>(x, c), its value times 2^scale. Other kinds of
+// pixels than vectors of wide samples have a scaled() of their own, which may cost less than to widen and then to
+// shift.
 
 template <int scale>
 MOX_INLINE I16 scaled(const Px<I16, 3>& x, int c) {
@@ -92,8 +93,8 @@ MOX_INLINE WideSum wideSum(const Px<I16, 3>& x) {
 inline constexpr int wholePart(int weight) { return (weight + half16) >> 16; }
 inline constexpr int fractionPart(int weight) { return weight - wholePart(weight) * one16; }
 
-/// (weighted sum + offset) >> shift, for a shift of 16 or more. The sum of the fractions takes 32 bits, all else is exact
-/// in 16.
+/// (weighted sum + offset) >> shift, for a shift of 16 or more. The sum of the fractions takes 32 bits, all else is
+/// exact in 16.
 template <MatrixRow row, int offset, int shift>
 struct FullPrecision {
     template <class Pixels>

@@ -78,9 +78,6 @@ struct Decode32f {
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
 
-template <class Layout>
-constexpr int group8u = Layout::keepsOld ? 4 : 8;
-
 template <class L>
 using innerRGBToXYZ_8u_C3R =
     Split<L, L, group8u<L>, On<I16, Multiply16<encodeVector>>, On<I32, Multiply32<encodeTail>>>;

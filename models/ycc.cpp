@@ -1,5 +1,5 @@
-// RGB and PhotoYCC: a luma and two colour differences, C1 of blue and C2 of red, with offsets of 156 and 137 on the 8-bit
-// scale. The two directions have constants of their own and are no exact inverses.
+// RGB and PhotoYCC: a luma and two colour differences, C1 of blue and C2 of red, with offsets of 156 and 137 on the
+// 8-bit scale. The two directions have constants of their own and are no exact inverses.
 #include "moxcc/ycc.h"
 
 #include <bit>
@@ -10,7 +10,7 @@
 namespace q4 {
 namespace {
 
-// ---- rules: 8u, vector columns on 16 bits and last columns on 32 -----------------------------------------------------
+// ---- rules: 8u, vector columns on 16 bits and last columns on 32 ----------------------------------------------------
 
 MOX_INLINE I16 high(I16 x, int weight) { return mulHi(x, splat<I16>(int16_t(weight))); }
 MOX_INLINE I16 high(U16 x, int weight) { return as<I16>(mulHi(x, splat<U16>(uint16_t(weight)))); }
@@ -55,10 +55,6 @@ struct DecodeTail8u {
 };
 
 // ---- rules: floats --------------------------------------------------------------------------------------------------
-
-MOX_INLINE F32 operator*(F32 x, float factor) { return x * splat<F32>(factor); }
-MOX_INLINE F32 operator+(F32 x, float term) { return x + splat<F32>(term); }
-MOX_INLINE F32 operator-(F32 x, float term) { return x - splat<F32>(term); }
 
 constexpr float scaleY = 0.7132668f, scaleC1 = 0.4368627f, scaleC2 = 0.5319216f, scaleC2Float = 0.53192f;
 constexpr float gainY = 1.3584f, gainC1 = 2.2179f, gainC2 = 1.8215f;
@@ -149,9 +145,6 @@ struct Decode32f {
 };
 
 // ---- kernels --------------------------------------------------------------------------------------------------------
-
-template <class Layout>
-constexpr int group8u = Layout::keepsOld ? 4 : 8;
 
 template <class L>
 using innerRGBToYCC_8u_C3R = Split<L, L, group8u<L>, On<U8p8, EncodeVector8u>, On<I32, EncodeTail8u>>;

@@ -1,7 +1,8 @@
 #!/bin/bash
 # tests/install_test.sh BUILD: installs a build into a new folder, and builds and runs the examples, and those in
-# README.md, against it as a user would: through pkg-config, and through CMake after a move; with the shared and with the
-# static library; and without what only developers have. Then it sees that moxCC is complete as a part of another project.
+# README.md, against it as a user would: through pkg-config, and through CMake after a move; with the shared and with
+# the static library; and without what only developers have. Then it sees that moxCC is complete as a part of another
+# project.
 set -euo pipefail
 
 source=$(cd "$(dirname "$0")/.." && pwd)
@@ -15,10 +16,19 @@ quietly() {
 
 tree=$work/tree
 quietly cmake --install "$build" --prefix "$tree"
-for file in lib/libmoxccq4.so.2019 lib/glibc-hwcaps/x86-64-v{3,4}/libmoxccq4.so.2019 lib/libmoxcore.so.2019 lib/libmoxcc.a \
+for file in lib/{,glibc-hwcaps/x86-64-v{3,4}/}libmoxccq4.so{,.2019} lib/libmoxcore.so{,.2019} lib/libmoxcc.a \
     include/moxcc/moxcc.h; do
     test -f "$tree/$file" || { echo "not installed: $file" >&2; exit 1; }
 done
+
+python=$(echo "$tree"/lib/python3*/dist-packages)
+if [ -d "$python" ]; then
+    echo "== from Python"
+    PYTHONPATH=$python PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -c "
+import moxcc, numpy
+assert moxcc.library.path.startswith('$tree'), moxcc.library
+assert moxcc.RGBToGray(numpy.full((2, 2, 3), 255, 'u1')).min() == 255"
+fi
 
 echo "== through pkg-config"
 . "$source/tests/programs.sh"
@@ -50,6 +60,9 @@ mv "$work/developers/"* "$tree/lib"
 
 echo "== through CMake, in another place"
 mv "$tree" "$work/moved"
+if [ -x "$work/moved/bin/moxcc" ]; then
+    [ "$("$work/moved/bin/moxcc" list --names | wc -l)" = 439 ] || { echo "moxcc does not find its library" >&2; exit 1; }
+fi
 for example in c cpp; do
     quietly cmake -G Ninja -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/moved"
     quietly cmake --build "$work/$example"
@@ -83,5 +96,7 @@ END
 quietly cmake -G Ninja -S "$work" -B "$work/subproject"
 grep -q 'will not be optimised' "$work/log" || { echo "no warning that there is no build type" >&2; exit 1; }
 quietly ninja -C "$work/subproject" -t commands user
-grep -q -e '-o [^ ]*glibc-hwcaps/x86-64-v3/libmoxccq4' "$work/log" ||
-    { echo "a program of another project does not build the AVX2 file" >&2; exit 1; }
+for level in v3 v4; do
+    grep -q -e "-o [^ ]*glibc-hwcaps/x86-64-$level/libmoxccq4" "$work/log" ||
+        { echo "a program of another project does not build the file for x86-64-$level" >&2; exit 1; }
+done

@@ -80,7 +80,7 @@ void writeBits(Bits bits, uint8_t* dst, int offset, ptrdiff_t width) {
     if (x < width) *dst = uint8_t(pack(bits, x, width - x) | (*dst & 0xFF >> (width - x)));
 }
 
-// ---- entries ---------------------------------------------------------------------------------------------------------
+// ---- entries --------------------------------------------------------------------------------------------------------
 
 struct Bitmap {
     Mox8u* base;

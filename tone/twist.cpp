@@ -1,4 +1,5 @@
-// Colour twist: every output channel a weighted sum of the input channels and an offset, weights and offset the caller's.
+// Colour twist: every output channel a weighted sum of the input channels and an offset, weights and offset the
+// caller's.
 #include "moxcc/twist.h"
 
 #include <bit>
@@ -54,8 +55,8 @@ struct ownSetMatrix {
     }
 };
 
-/// Integer samples: the sum limited to the sample's range, then rounded. MINPS makes a NaN the upper limit. Moderate sums
-/// have the limits from collect().
+/// Integer samples: the sum limited to the sample's range, then rounded. MINPS makes a NaN the upper limit. Moderate
+/// sums have the limits from collect().
 template <class T, bool moderate>
 struct RoundedTwist {
     Twist twist;

@@ -1,8 +1,8 @@
 // symbols <folder> <header ...> -- <source ...>
 //
 // Writes the C symbols of the exports, for each source into <folder>/<its name>.inc: the functions that the headers
-// declare, each a call of the line that the source's table has for it. A declared export without a line, or with two, is
-// an error; so is a line that no header declares. <folder>/slots.inc lists all exports, for frame/slots.cpp.
+// declare, each a call of the line that the source's table has for it. A declared export without a line, or with two,
+// is an error; so is a line that no header declares. <folder>/slots.inc lists all exports, for frame/slots.cpp.
 #include <cstdio>
 #include <filesystem>
 #include <map>

@@ -1,5 +1,5 @@
-// 4:2:0 with filters: chroma rows interpolated with four taps, frames softened against interlace flicker slice by slice,
-// and chroma columns interpolated on the way to BGR.
+// 4:2:0 with filters: chroma rows interpolated with four taps, frames softened against interlace flicker slice by
+// slice, and chroma columns interpolated on the way to BGR.
 #include "moxcc/chroma_filter.h"
 
 #include <algorithm>
@@ -114,8 +114,8 @@ struct Slice {
         const ptrdiff_t above = top && y == 0 ? y : y - 1, below = bottom && y == height - 1 ? y : y + 1;
         return {{luma.row(above).p[0], luma.row(y).p[0], luma.row(below).p[0]}};
     }
-    /// The two chroma rows for chroma row j. The picture's last takes those of the one before; if it is the only one, it
-    /// stays as it is.
+    /// The two chroma rows for chroma row j. The picture's last takes those of the one before; if it is the only one,
+    /// it stays as it is.
     SrcRows<2> chromaRows(const Image<const uint8_t, 1>& pairs, ptrdiff_t j) const {
         const ptrdiff_t last = height / 2 - 1;
         ptrdiff_t a = j, b = j + 1;
@@ -186,12 +186,12 @@ struct Planes {
     using LastChroma = LastChroma_;
 };
 // clang-format off
-//                                                   luma          first and last   chroma              last row
-using innerNV12ToYV12Deinterlace_first_P2P3R = Planes<Luma<V2, F>,   Luma<V2, F>,   Chroma<Up, Down>,   Chroma<Up, Down>>;
-using innerNV12ToYV12Deinterlace_P2P3R       = Planes<Luma<V1, F>,   Luma<V1, F>,   Chroma<Up, Down>,   Chroma<Up, Down>>;
-using innerNV12ToYV12Deinterlace_last_P2P3R  = Planes<Luma<F, F>,    Luma<F, F>,    Chroma<Down, Down>, Chroma<Down, Down>>;
-using innerNV12ToYV12DeinterlaceAll_P2P3R    = Planes<Luma<V1, F>,   Luma<F, F>,    Chroma<Up, Down>,   Chroma<Down, Down>>;
-using NV12ToYV12DeinterlaceTwoRows           = Planes<Luma<F4, F4>,  Luma<F4, F4>,  Chroma<Up, Down>,   Chroma<Up, Down>>;
+//                                                   luma         first and last  chroma              last row
+using innerNV12ToYV12Deinterlace_first_P2P3R = Planes<Luma<V2, F>,  Luma<V2, F>,  Chroma<Up, Down>,   Chroma<Up, Down>>;
+using innerNV12ToYV12Deinterlace_P2P3R       = Planes<Luma<V1, F>,  Luma<V1, F>,  Chroma<Up, Down>,   Chroma<Up, Down>>;
+using innerNV12ToYV12Deinterlace_last_P2P3R  = Planes<Luma<F, F>,   Luma<F, F>,   Chroma<Down, Down>, Chroma<Down, Down>>;
+using innerNV12ToYV12DeinterlaceAll_P2P3R    = Planes<Luma<V1, F>,  Luma<F, F>,   Chroma<Up, Down>,   Chroma<Down, Down>>;
+using NV12ToYV12DeinterlaceTwoRows           = Planes<Luma<F4, F4>, Luma<F4, F4>, Chroma<Up, Down>,   Chroma<Up, Down>>;
 // clang-format on
 /// At all modes but the whole picture, if the call is aligned.
 using innerNV12ToYV12DeinterlaceHDTV_P2P3R = innerNV12ToYV12Deinterlace_P2P3R;
@@ -249,8 +249,8 @@ struct PlanarSlices {
 
 // ---- to BGR ---------------------------------------------------------------------------------------------------------
 
-/// Two rows of luma, and chroma at every column: of the second of a pair it is the mean with the next pair. Chroma comes
-/// as rows of the pairs' own samples and of the next pairs'.
+/// Two rows of luma, and chroma at every column: of the second of a pair it is the mean with the next pair. Chroma
+/// comes as rows of the pairs' own samples and of the next pairs'.
 struct PairsWithNext : LayoutOf<6> {  // two of luma, Cr, next Cr, Cb, next Cb
     using Sample = Mox8u;
     static constexpr ptrdiff_t bytes(int plane, ptrdiff_t n) { return plane < 2 ? n : n / 2; }

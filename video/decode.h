@@ -68,8 +68,8 @@ MOX_INLINE auto fromColumn(RowsOf<Byte, Layout::rowPointers> rows, ptrdiff_t x) 
     return rows;
 }
 
-/// Packed 4:2:2. The last pixel of an odd width has one chroma sample beside it; it takes the other from the pair before,
-/// or, alone in its row, its own for both.
+/// Packed 4:2:2. The last pixel of an odd width has one chroma sample beside it; it takes the other from the pair
+/// before, or, alone in its row, its own for both.
 template <class Packed, class Dst_, int group, class Below, class Above, class Last, class Alone = Last>
 struct DecodePacked {
     /// Staging holds whole cells.

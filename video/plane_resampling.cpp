@@ -124,11 +124,14 @@ struct Chroma1620To420 {
 
 constexpr Order whole = {{Test::pointers, Test::planes, Test::size, Test::wholeCells}};
 
+template <class Plane, int height>
+constexpr auto resamples = converts<EachChroma<Plane>, whole, AtLeast{4, height}>;
+
 // clang-format off
-template <> constexpr auto entry<moxiYCbCr411To420_8u_P3R>  = converts<EachChroma<Chroma411To420>, whole, AtLeast{4, 4}>;
-template <> constexpr auto entry<moxiYCbCr420To411_8u_P3R>  = converts<EachChroma<Chroma420To411>, whole, AtLeast{4, 2}>;
-template <> constexpr auto entry<moxiYCbCr420To1620_8u_P3R> = converts<EachChroma<Chroma420To1620>, whole, AtLeast{4, 4}>;
-template <> constexpr auto entry<moxiYCbCr1620To420_8u_P3R> = converts<EachChroma<Chroma1620To420>, whole, AtLeast{4, 4}>;
+template <> constexpr auto entry<moxiYCbCr411To420_8u_P3R>  = resamples<Chroma411To420, 4>;
+template <> constexpr auto entry<moxiYCbCr420To411_8u_P3R>  = resamples<Chroma420To411, 2>;
+template <> constexpr auto entry<moxiYCbCr420To1620_8u_P3R> = resamples<Chroma420To1620, 4>;
+template <> constexpr auto entry<moxiYCbCr1620To420_8u_P3R> = resamples<Chroma1620To420, 4>;
 // clang-format on
 
 }  // namespace q4

@@ -1,5 +1,5 @@
-// Pictures of subsampled video whose planes are worked on by themselves, or their chroma beside their luma: packed, a luma
-// plane with a plane of chroma pairs, or three planes.
+// Pictures of subsampled video whose planes are worked on by themselves, or their chroma beside their luma: packed, a
+// luma plane with a plane of chroma pairs, or three planes.
 #pragma once
 
 #include <algorithm>

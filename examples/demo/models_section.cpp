@@ -20,6 +20,7 @@ struct ThereAndBack {
             moxi##model##ToRGB_##depth##_C3R                                                                          \
     }
 
+// clang-format off
 constexpr struct Model {
     const char* name;
     const char* remark;
@@ -27,51 +28,26 @@ constexpr struct Model {
     ThereAndBack<Mox8u> u8;
     ThereAndBack<Mox16u> u16 = {};
     ThereAndBack<Mox32f> f32 = {};
-} differences[] =
-    {
-        {"YUV", "", {"Y, luma", "U, blue difference", "V, red difference"}, THERE_AND_BACK(YUV, 8u)},
-        {"YCbCr",
-         "",
-         {"Y, luma from 16 to 235", "Cb, blue difference", "Cr, red difference"},
-         THERE_AND_BACK(YCbCr, 8u)},
-        {"YCC",
-         ": white returns as 245",
-         {"Y, luma, white at 181", "C1, blue difference", "C2, red difference"},
-         THERE_AND_BACK(YCC, 8u),
-         THERE_AND_BACK(YCC, 16u),
-         THERE_AND_BACK(YCC, 32f)},
-},
-  colorimetric[] = {
-      {"XYZ",
-       ": Z of white is cut to 255",
-       {"X, mostly red", "Y, luminance", "Z, mostly blue"},
-       THERE_AND_BACK(XYZ, 8u),
-       THERE_AND_BACK(XYZ, 16u),
-       THERE_AND_BACK(XYZ, 32f)},
-      {"LUV",
-       "",
-       {"L, lightness", "u, green to red", "v, blue to yellow"},
-       THERE_AND_BACK(LUV, 8u),
-       THERE_AND_BACK(LUV, 16u),
-       THERE_AND_BACK(LUV, 32f)},
-      {"Lab",
-       "",
-       {"L, lightness", "a, green to red", "b, blue to yellow"},
-       THERE_AND_BACK(Lab, 8u),
-       {},
-       THERE_AND_BACK(Lab, 32f)},
-      {"HLS",
-       "",
-       {"H, hue once around", "L, lightness", "S, saturation"},
-       THERE_AND_BACK(HLS, 8u),
-       THERE_AND_BACK(HLS, 16u),
-       THERE_AND_BACK(HLS, 32f)},
-      {"HSV",
-       "",
-       {"H, hue once around", "S, saturation", "V, value"},
-       THERE_AND_BACK(HSV, 8u),
-       THERE_AND_BACK(HSV, 16u)},
+} differences[] = {
+    {"YUV", "", {"Y, luma", "U, blue difference", "V, red difference"},
+ THERE_AND_BACK(YUV, 8u)},
+    {"YCbCr", "", {"Y, luma from 16 to 235", "Cb, blue difference", "Cr, red difference"},
+ THERE_AND_BACK(YCbCr, 8u)},
+    {"YCC", ": white returns as 245", {"Y, luma, white at 181", "C1, blue difference", "C2, red difference"},
+ THERE_AND_BACK(YCC, 8u), THERE_AND_BACK(YCC, 16u), THERE_AND_BACK(YCC, 32f)},
+}, colorimetric[] = {
+    {"XYZ", ": Z of white is cut to 255", {"X, mostly red", "Y, luminance", "Z, mostly blue"},
+ THERE_AND_BACK(XYZ, 8u), THERE_AND_BACK(XYZ, 16u), THERE_AND_BACK(XYZ, 32f)},
+    {"LUV", "", {"L, lightness", "u, green to red", "v, blue to yellow"},
+ THERE_AND_BACK(LUV, 8u), THERE_AND_BACK(LUV, 16u), THERE_AND_BACK(LUV, 32f)},
+    {"Lab", "", {"L, lightness", "a, green to red", "b, blue to yellow"},
+ THERE_AND_BACK(Lab, 8u), {}, THERE_AND_BACK(Lab, 32f)},
+    {"HLS", "", {"H, hue once around", "L, lightness", "S, saturation"},
+ THERE_AND_BACK(HLS, 8u), THERE_AND_BACK(HLS, 16u), THERE_AND_BACK(HLS, 32f)},
+    {"HSV", "", {"H, hue once around", "S, saturation", "V, value"},
+ THERE_AND_BACK(HSV, 8u), THERE_AND_BACK(HSV, 16u)},
 };
+// clang-format on
 
 template <class T>
 bool convert(Demo& demo, const char* name, typename ThereAndBack<T>::Convert function, const Image<T>& from,

@@ -2,17 +2,13 @@
 #pragma once
 
 #include <filesystem>
-#include <stdexcept>
-#include <string>
 
+#include "cli/pictures/frame.h"
 #include "image.h"
 
 namespace demo {
 
-// What the user should read: the file's name is not part of it.
-struct Error : std::runtime_error {
-    using runtime_error::runtime_error;
-};
+using pictures::Error;
 
 // A picture to convert, in the depths that conversions take: three channels, R, G, B.
 class Source {
@@ -41,7 +37,9 @@ class Source {
     float exposure_ = 1;
 };
 
-// PNG of any kind, PNM (P5, P6; 8 and 16 bits), PFM, the first frame of video (video_io.h). Throws Error.
+// The first picture of a file of any kind that moxcc reads: transparency is laid over white, video is decoded as BT.601.
+// Frames of video without a header need a name that tells what they are: clip_640x480.yuv (planes of 4:2:0), .nv12,
+// .nv21, .yuy2, .uyvy. Throws Error.
 Source readPicture(const std::filesystem::path& path);
 
 // A scene with everything that shows what a conversion does: hues, fine detail, text, skin tones, and a sun far

@@ -12,8 +12,8 @@
  * they round. Which column follows which form depends on the width alone, and is told with each function.
  *
  * Each pixel takes the chroma of the cell that it lies in, unfiltered, as if it were sited in the cell's middle
- * (@ref siting). Of 4:2:0 the whole cells of 2 by 2 pixels are decoded: the last column of an odd width and the last row of
- * an odd height are neither read nor written, and the status is moxStatusOddSize. All other functions return
+ * (@ref siting). Of 4:2:0 the whole cells of 2 by 2 pixels are decoded: the last column of an odd width and the last
+ * row of an odd height are neither read nor written, and the status is moxStatusOddSize. All other functions return
  * moxStatusOk at any size that they accept.
  *
  * Packed 4:2:2 rows hold two bytes a pixel. The last pixel of an odd width takes the chroma sample that it lacks from

@@ -1,5 +1,5 @@
-// The pictures of a call, as the catalogue has them: planes between guard pages, with not a byte more than the export may
-// touch, read and written by what the samples mean; and the comparison of an export with its rule.
+// The pictures of a call, as the catalogue has them: planes between guard pages, with not a byte more than the export
+// may touch, read and written by what the samples mean; and the comparison of an export with its rule.
 #ifndef SUPPORT_PICTURE_H
 #define SUPPORT_PICTURE_H
 
@@ -82,9 +82,12 @@ class Picture {
 /// Compares every byte, margins too.
 ::testing::AssertionResult same(const Picture& got, const Picture& want, Nan nan = Nan::bits);
 
-/// What a call makes of the source: writes the pixels of `want` that the export writes. In place, the source is what the
-/// destination held before.
+/// What a call makes of the source: writes the pixels of `want` that the export writes. In place, the source is what
+/// the destination held before.
 using Reference = std::function<void(const Picture& src, Picture& want, const Values& values)>;
+
+/// The exports whose names fit a shell pattern; a failure if there is none.
+std::vector<const char*> named(const char* pattern);
 
 /// So many that a rounding offset of 16 fractional bits that is one off shows.
 #ifdef MOXCC_FEWER_CASES
@@ -99,6 +102,8 @@ struct Calls {
     std::vector<uint32_t> roundings = {mxcsr::usual};
     std::function<void(Picture& src, Random& random)> fill = nullptr;  // default: random samples of all values
     std::function<Values(Random& random)> values = nullptr;            // default: a random alpha
+    std::function<Layout(Random& random)> source = nullptr;            // how it lies; default: in any way it may
+    std::function<MoxStatus(const Picture& src)> status = nullptr;     // default: moxStatusOk, or moxStatusOddSize
     Nan nan = Nan::bits;
 };
 

@@ -10,7 +10,8 @@
 //         });
 //     }
 //
-// picture.h    expect(): an export against plain code at all sizes, planes at guard pages with every alignment and step;
+// picture.h    expect(): an export against plain code at all sizes, planes at guard pages with every alignment and
+// step;
 //              the pictures come from the catalogue, and so do the arguments and the status. Every export has one.
 // library.h    The library files, loaded side by side by path. MOX_CALL(lib, moxiX)(...) calls one export with the
 //              types of its prototype. A table of forms holds MOX_EXPORT(moxiX), and lib(form.function)(...) calls it.
@@ -22,7 +23,8 @@
 // sizes.h      forEachSize(): the sizes around every block limit.
 //
 // Loops over libraries and sizes end at the first failure. The environment variable MOXCC_TEST_LIBRARY, a file's name
-// (SSE4.2, static), restricts a run to it. The static library is held to the contract, which compares it with the others.
+// (SSE4.2, static), restricts a run to it. The static library is held to the contract, which compares it with the
+// others.
 #ifndef SUPPORT_SUPPORT_H
 #define SUPPORT_SUPPORT_H
 

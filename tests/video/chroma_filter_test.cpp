@@ -176,7 +176,8 @@ TEST(ChromaFilter, SoftensSlicesIntoPackedRows) {
         2, 100, 9);
 }
 
-/// Where the planar form looks at alignment, calls that satisfy it, or all but a condition or two, are as likely as not.
+/// Where the planar form looks at alignment, calls that satisfy it, or all but a condition or two, are as likely as
+/// not.
 TEST(ChromaFilter, SoftensSlicesIntoPlanes) {
     int alignedCalls = 0, oneConditionShort = 0;
     const auto run = [&](MoxiSize size, int unit, Random& random) {

@@ -1,4 +1,5 @@
-// Decoding of subsampled video and of BT.709: which rule and which chroma give which pixel, by plain integer arithmetic.
+// Decoding of subsampled video and of BT.709: which rule and which chroma give which pixel, by plain integer
+// arithmetic.
 #include "models/plain_rules.h"
 #include "moxcc/rec709_decode.h"
 #include "moxcc/ycbcr_decode.h"
