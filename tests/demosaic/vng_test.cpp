@@ -1,10 +1,9 @@
-#include <emmintrin.h>
-
 #include <cmath>
 #include <cstdlib>
 #include <vector>
 
 #include "demosaic/bayer.h"
+#include "support/processor.h"
 
 using namespace moxtest;
 
@@ -51,9 +50,6 @@ const Entry atGreen[8] = {{{{-1, -2}, {1, -2}}, {{0, -2}, {0, 0}}, {{0, -1}, {0,
                           {{{-1, -2}, {-1, 0}}, {{-1, -1}, {-1, -1}}, {{-2, -1}, {0, -1}}},
                           {{{-1, 0}, {-1, 2}}, {{-1, 1}, {-1, 1}}, {{-2, 1}, {0, 1}}}};
 
-// By the instruction, as the rounding mode and values beyond 32 bits are part of the rule.
-int toInt(float v) { return _mm_cvtss_si32(_mm_set_ss(v)); }
-
 template <class T>
 int saturated(int v) {
     return std::clamp<int>(v, 0, std::numeric_limits<T>::max());
@@ -88,7 +84,7 @@ void plainPixel(const Plane<T>& src, MoxBayerGrid grid, int x, int y, int (&rgb)
     const auto colour = [&](int sum) {
         const int ownSum = own == green ? b : a;
         const volatile float difference = float(sum - ownSum), twice = float(2 * n);
-        return saturated<T>(p(0, 0) + toInt(difference / twice));
+        return saturated<T>(p(0, 0) + nearest(difference / twice));
     };
     rgb[own] = p(0, 0);
     if (own == green) {
@@ -113,7 +109,7 @@ void plainVng(const Plane<T>& src, const Case& c, const float* scale, Plane<T>& 
             plainPixel(src, c.grid, column, row, rgb);
             for (int k = 0; k < 3; ++k) {
                 const volatile float product = float(rgb[2 - k]) * (scale ? scale[k] : 1.0f);
-                want.set(column - x, row - y, k, static_cast<T>(saturated<T>(toInt(product))));
+                want.set(column - x, row - y, k, static_cast<T>(saturated<T>(nearest(product))));
             }
         }
     }

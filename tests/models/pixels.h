@@ -2,8 +2,6 @@
 #ifndef MODELS_PIXELS_H
 #define MODELS_PIXELS_H
 
-#include <immintrin.h>
-
 #include <array>
 #include <functional>
 #include <initializer_list>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "support/picture.h"
+#include "support/processor.h"
 #include "support/support.h"
 
 namespace moxtest {
@@ -47,13 +46,10 @@ auto toBgr(Rule rule) {
 }
 
 // Operations of the definitions, in the rounding mode of the moment.
-inline float rcp(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
 inline float rcp2(float x) {
     const float r = rcp(x);
     return (r + r) - ((x * r) * r);
 }
-inline int nearest(float x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
-inline int truncated(float x) { return _mm_cvttss_si32(_mm_set_ss(x)); }
 inline float unit(float x) { return x < 0 ? 0 : x > 1 ? 1 : x; }  // a NaN stays
 
 // ---- pixels to convert ----
