@@ -7,7 +7,7 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 
 # shellcheck disable=SC2086
-need $moxcc_python libgtest-dev libpng-dev python3-pytest python3-av python3-pil python3-dask python3-distributed
+need $moxcc_python $moxcc_program libgtest-dev python3-pytest python3-av python3-pil python3-dask python3-distributed
 
 jobs=$(nproc)
 passed=0

@@ -31,23 +31,30 @@ def rows(width, height):
     planes = (out420[:height], *out420[height:].reshape(2, height // 2, width // 2))
 
     def cv(code, source, out):
-        return lambda: cv2.cvtColor(source, code, dst=out)
+        return lambda: cv2.cvtColor(source, getattr(cv2, "COLOR_" + code), dst=out)
+
+    def pil(mode, *matrix_of_floats):
+        return lambda: picture.convert(mode, *matrix_of_floats)
 
     return [
-        ("RGB to gray", lambda: moxcc.RGBToGray(rgb, out1), cv(cv2.COLOR_RGB2GRAY, rgb, out1), lambda: picture.convert("L")),
-        ("RGB to YCbCr", lambda: moxcc.RGBToYCbCr(rgb, out3), cv(cv2.COLOR_RGB2YCrCb, rgb, out3), lambda: picture.convert("YCbCr")),
-        ("RGB to HSV", lambda: moxcc.RGBToHSV(rgb, out3), cv(cv2.COLOR_RGB2HSV, rgb, out3), lambda: picture.convert("HSV")),
-        ("RGB to HLS", lambda: moxcc.RGBToHLS(rgb, out3), cv(cv2.COLOR_RGB2HLS, rgb, out3), None),
-        ("RGB to Lab", lambda: moxcc.RGBToLab(rgb, out3), cv(cv2.COLOR_RGB2LAB, rgb, out3), None),
-        ("RGB to LUV", lambda: moxcc.RGBToLUV(rgb, out3), cv(cv2.COLOR_RGB2LUV, rgb, out3), None),
-        ("BGR to I420", lambda: moxcc.BGRToYCbCr420(rgb, planes), cv(cv2.COLOR_BGR2YUV_I420, rgb, out420), None),
-        ("I420 to RGB", lambda: moxcc.YCbCr420ToRGB((y, cb, cr), out3), cv(cv2.COLOR_YUV2RGB_I420, i420, out3), None),
-        ("NV12 to RGB", lambda: moxcc.YCbCr420ToRGB((y, chroma), out3), cv(cv2.COLOR_YUV2RGB_NV12, i420, out3), None),
-        ("YUY2 to RGB", lambda: moxcc.YCbCr422ToRGB(packed, out3), cv(cv2.COLOR_YUV2RGB_YUY2, packed, out3), None),
-        ("Bayer to RGB", lambda: moxcc.CFAToRGB(gray, out3, grid="bggr"), cv(cv2.COLOR_BayerRG2RGB, gray, out3), None),
-        ("3 x 4 matrix", lambda: moxcc.ColorTwist32f(rgb, out3, weights=matrix), lambda: cv2.transform(rgb, matrix, dst=out3),
-         lambda: picture.convert("RGB", tuple(matrix.ravel().tolist()))),
-    ]  # fmt: skip
+        ("RGB to gray", lambda: moxcc.RGBToGray(rgb, out1), cv("RGB2GRAY", rgb, out1), pil("L")),
+        ("RGB to YCbCr", lambda: moxcc.RGBToYCbCr(rgb, out3), cv("RGB2YCrCb", rgb, out3), pil("YCbCr")),
+        ("RGB to HSV", lambda: moxcc.RGBToHSV(rgb, out3), cv("RGB2HSV", rgb, out3), pil("HSV")),
+        ("RGB to HLS", lambda: moxcc.RGBToHLS(rgb, out3), cv("RGB2HLS", rgb, out3), None),
+        ("RGB to Lab", lambda: moxcc.RGBToLab(rgb, out3), cv("RGB2LAB", rgb, out3), None),
+        ("RGB to LUV", lambda: moxcc.RGBToLUV(rgb, out3), cv("RGB2LUV", rgb, out3), None),
+        ("BGR to I420", lambda: moxcc.BGRToYCbCr420(rgb, planes), cv("BGR2YUV_I420", rgb, out420), None),
+        ("I420 to RGB", lambda: moxcc.YCbCr420ToRGB((y, cb, cr), out3), cv("YUV2RGB_I420", i420, out3), None),
+        ("NV12 to RGB", lambda: moxcc.YCbCr420ToRGB((y, chroma), out3), cv("YUV2RGB_NV12", i420, out3), None),
+        ("YUY2 to RGB", lambda: moxcc.YCbCr422ToRGB(packed, out3), cv("YUV2RGB_YUY2", packed, out3), None),
+        ("Bayer to RGB", lambda: moxcc.CFAToRGB(gray, out3, grid="bggr"), cv("BayerRG2RGB", gray, out3), None),
+        (
+            "3 x 4 matrix",
+            lambda: moxcc.ColorTwist32f(rgb, out3, weights=matrix),
+            lambda: cv2.transform(rgb, matrix, dst=out3),
+            pil("RGB", tuple(matrix.ravel().tolist())),
+        ),
+    ]
 
 
 def seconds(calls):

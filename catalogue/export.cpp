@@ -104,6 +104,9 @@ constexpr struct {
     {"*422_Filter_8u_*P3R", {2, 8}, false},
 };
 
+// Destinations of four channels with alpha that do get a fourth: a 0.
+constexpr const char* writesFourth[] = {"*_P3AC4R", "moxiRGBToYCbCr_8u_AC4R"};
+
 // What steps count, where that is not bytes.
 constexpr struct {
     const char* names;
@@ -464,6 +467,8 @@ void derive(Export& e) {
         side.layout = layouts[size_t(i)].text;
         side.depth = depths[size_t(i)];
         side.cell = cells[i];
+        side.keepsFourth =
+            side.layout == "AC4" && std::ranges::none_of(writesFourth, [&](const char* names) { return e.is(names); });
         side.planes = shapesOf(layouts[size_t(i)], cells[i], p->bytes, !incomplete);
         if (holding != std::end(held))
             side.holds = holding->holds[i];
@@ -523,7 +528,8 @@ const Export* find(std::string_view name) {
 const Side* findSide(std::string_view holds, std::string_view layout, std::string_view depth) {
     for (const Export& e : exports())
         for (const Side& side : e.sides)
-            if (!side.planes.empty() && side.holds == holds && side.layout == layout && side.depth == depth) return &side;
+            if (!side.planes.empty() && side.holds == holds && side.layout == layout && side.depth == depth)
+                return &side;
     return nullptr;
 }
 
@@ -561,7 +567,8 @@ const Parameter* Export::parameter(Value value) const {
 
 int Export::rowBytes(int side, size_t plane, int width, int firstBit) const {
     const PlaneShape& shape = sides[side].planes[plane];
-    if (side == 0 && steps == StepUnit::samples) {  // words of three samples; the last ones only as far as they are looked at
+    if (side == 0 &&
+        steps == StepUnit::samples) {  // words of three samples; the last ones only as far as they are looked at
         constexpr int partial[2][6] = {{0, 1, 2, 2, 3, 4}, {0, 1, 2, 3, 3, 4}};
         return width / 6 * 16 + 4 * partial[!is("*Gray*")][width % 6];
     }

@@ -113,6 +113,7 @@ struct Side {
     std::string depth;   // "8u", "16s", "32f" ...
     int sampleBytes = 0;
     bool floating = false;
+    bool keepsFourth = false;        // what a destination holds in the fourth channel stays
     std::vector<PlaneShape> planes;  // none: the export works in place, and has a destination only
     MoxiSize cell = {1, 1};          // pixels that share a chroma sample
 

@@ -122,7 +122,7 @@ void show(const std::string& name) {
 
     line("source", planesOf(e, 0));
     line("destination", planesOf(e, 1));
-    if (e.sides[1].keepsFourth()) line("", "the fourth channel is left as it is");
+    if (e.sides[1].keepsFourth) line("", "the fourth channel is left as it is");
     line("least size",
          sizeText({std::max(1, e.least.width), std::max(1, e.least.height)}) +
              (e.tested(catalogue::Check::wholeCells) ? ", in multiples of " + sizeText(e.cell) : std::string()));

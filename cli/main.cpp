@@ -14,19 +14,19 @@ using cli::UsageError;
 
 constexpr const char* examples = R"(
 Examples:
-  moxcc list nv12 rgb
-  moxcc show RGBToHLS_8u_C3R
-  moxcc run RGBToGray_8u_C3C1R photo.png -o gray.png
-  moxcc run YCbCr420ToRGB_8u_P3C3R clip.y4m -o 'frames/%04d.png' --threads 2
-  moxcc run CFAToRGB_16u_C1C3R raw.pgm --grid bggr -o out.png
-  moxcc run ReduceBits_8u_C3R photo.png --levels 4 --dither fs -o few.png
-  moxcc run RGBToHLS_8u_C3R photo.png --raw -o hls.raw
-  moxcc run HLSToRGB_8u_C3R hls.raw --size 640x480 -o back.png
-  moxcc compare photo.png back.png
-  ffmpeg -v error -i in.mp4 -pix_fmt yuv420p -f yuv4mpegpipe - |
-    moxcc run YCbCr420ToRGB_8u_P3C3R - -o - | ffmpeg -f image2pipe -i - out.mkv
+  $ moxcc list nv12 rgb
+  $ moxcc show RGBToHLS_8u_C3R
+  $ moxcc run RGBToGray_8u_C3C1R photo.png -o gray.png
+  $ moxcc run YCbCr420ToRGB_8u_P3C3R clip.y4m -o 'frames/%04d.png' --threads 2
+  $ moxcc run CFAToRGB_16u_C1C3R raw.pgm --grid bggr -o out.png
+  $ moxcc run ReduceBits_8u_C3R photo.png --levels 4 --dither fs -o few.png
+  $ moxcc run RGBToHLS_8u_C3R photo.png --raw -o hls.raw
+  $ moxcc run HLSToRGB_8u_C3R hls.raw --size 640x480 -o back.png
+  $ moxcc compare photo.png back.png
+  $ ffmpeg -i in.mp4 -f yuv4mpegpipe - | moxcc run YCbCr420_8u_P3P2R - -o clip_640x480.nv12
 
-Exit status: 0, 1 for bad input or a full disk, 2 for wrong arguments.)";
+Exit status:
+  0; 1 for bad input or a full disk; 2 for wrong arguments.)";
 
 constexpr const char* runNotes = R"(
 Pictures and video are PNG, PNM, PAM, PFM, Y4M, or raw planes: by default as the

@@ -196,9 +196,9 @@ class Conversion {
         result.shape(e, 1, size, values.firstBit);
         if (e.inPlace())
             pictures::repack(picture, result);
-        else if (e.sides[1].keepsFourth())
+        else if (e.sides[1].keepsFourth)
             pictures::repackAlpha(picture, result);
-        result.alpha = picture.alpha || !e.sides[1].keepsFourth();
+        result.alpha = picture.alpha || !e.sides[1].keepsFourth;
         result.video = picture.video;
         result.siting = picture.siting;
         const MoxStatus status = timed(

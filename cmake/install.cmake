@@ -1,5 +1,5 @@
-# What `cmake --install` lays out: headers, libmoxcore, every file of libmoxccq4, libmoxcc.a and the program, and
-# how CMake and pkg-config find the library.
+# What `cmake --install` lays out: headers, libmoxcore, every file of libmoxccq4 and libmoxcc.a, and how CMake and
+# pkg-config find them.
 include(CMakePackageConfigHelpers)
 
 set(config ${CMAKE_INSTALL_LIBDIR}/cmake/moxcc)
@@ -13,12 +13,6 @@ foreach(target ${MOXCC_WIDER})
 endforeach()
 if(TARGET moxcc_static)
     install(TARGETS moxcc_static EXPORT moxcc ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-endif()
-
-if(TARGET moxcc)
-    file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(moxcc PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
-    install(TARGETS moxcc RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
 set_target_properties(moxccq4 PROPERTIES EXPORT_NAME moxcc)

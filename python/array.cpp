@@ -106,7 +106,8 @@ bool Arrays::fit(const std::vector<Pattern>& patterns) const {
         const Array& a = planes[i];
         const Pattern& p = patterns[i];
         if (a.sample != p.sample || !a.native) return false;
-        if (a.dimensions == 2 ? p.channels > 1 && !p.flat : a.dimensions != 3 || a.shape[2] != p.channels || p.channels == 1)
+        if (a.dimensions == 2 ? p.channels > 1 && !p.flat
+                              : a.dimensions != 3 || a.shape[2] != p.channels || p.channels == 1)
             return false;
     }
     return true;
@@ -128,8 +129,7 @@ MoxiSize Arrays::size() const {
 Extent extentOf(const Export& e, int side, size_t plane, MoxiSize size, int firstBit) {
     const PlaneShape& shape = e.sides[side].planes[plane];
     const bool packed = e.sides[side].depth == "1u" || (side == 0 && packsWords(e));
-    if (!packed && shape.width == 1 && shape.height == 1)
-        return {size.height, size.width, size.height, size.width};
+    if (!packed && shape.width == 1 && shape.height == 1) return {size.height, size.width, size.height, size.width};
     const py::ssize_t rows = e.rows(side, plane, size.height);
     const py::ssize_t columns = e.rowBytes(side, plane, size.width, firstBit) / shape.bytes;
     if (packed) return {rows, columns, rows, INT_MAX};
@@ -158,8 +158,9 @@ Picture pictureIn(const Arrays& arrays, const Export& e, int side, MoxiSize size
         py::ssize_t packed = a.sample.bytes;
         for (py::ssize_t d = a.dimensions - 1; d > 0; packed *= a.shape[d--])
             if (a.shape[d] > 1 && a.strides[d] != packed)
-                refuse("samples of a row must lie one after another, as numpy.ascontiguousarray() lays them; this is a "
-                       "reversed, transposed or strided view");
+                refuse(
+                    "samples of a row must lie one after another, as numpy.ascontiguousarray() lays them; this is a "
+                    "reversed, transposed or strided view");
         py::ssize_t distance = a.strides[0];
         const auto rowBytes = py::ssize_t(columns) * shape.bytes;
         if (rows <= 1) distance = i > 0 && together ? picture.planes[0].step : rowBytes;
@@ -191,7 +192,7 @@ Arrays allocate(const Export& e, const std::vector<Pattern>& patterns, MoxiSize 
     const Side& side = e.sides[1];
     arrays.sequence = patterns.size() > 1;
     constexpr int wholeCells = 8;  // no rule leaves out what is a multiple
-    const bool gaps = side.layout.starts_with("A") || side.depth == "1u" || size.width % wholeCells || size.height % wholeCells;
+    const bool gaps = side.keepsFourth || side.depth == "1u" || size.width % wholeCells || size.height % wholeCells;
     for (size_t i = 0; i < patterns.size(); ++i) {
         const Extent extent = extentOf(e, 1, i, size, firstBit);
         std::vector<py::ssize_t> shape = {extent.rows, extent.columns};
@@ -208,8 +209,9 @@ void refuseOverlap(const Arrays& out, const Arrays& src, bool mayBeSource) {
     for (size_t i = 0; i < out.planes.size(); ++i) {
         for (const Arrays::Array& plane : src.planes)
             if (overlap(out.planes[i], plane))
-                throw py::value_error(out.nameOf(i) + ": lies over the source" +
-                                      (mayBeSource ? " but is not the same picture" : "; it must be memory of its own"));
+                throw py::value_error(
+                    out.nameOf(i) + ": lies over the source" +
+                    (mayBeSource ? " but is not the same picture" : "; it must be memory of its own"));
         for (size_t j = 0; j < i; ++j)
             if (overlap(out.planes[i], out.planes[j]))
                 throw py::value_error(out.nameOf(i) + ": lies over " + out.nameOf(j));

@@ -21,8 +21,8 @@ struct Sample {
 /// What a plane's array looks like.
 struct Pattern {
     Sample sample;
-    int channels = 1;      // of a pixel; more than 1: the last dimension
-    bool flat = false;     // pairs may also lie in rows of single samples
+    int channels = 1;       // of a pixel; more than 1: the last dimension
+    bool flat = false;      // pairs may also lie in rows of single samples
     std::string text = {};  // "uint8 (h, w, 3)"
     py::dtype dtype = {};
 };

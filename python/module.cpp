@@ -57,8 +57,7 @@ std::string libraryPath() {
 
 /// An exception class that lives as long as the interpreter.
 PyObject* addClass(py::module_& m, const char* name, PyObject* base, const char* documentation) {
-    PyObject* made =
-        PyErr_NewExceptionWithDoc((std::string("moxcc.") + name).c_str(), documentation, base, nullptr);
+    PyObject* made = PyErr_NewExceptionWithDoc((std::string("moxcc.") + name).c_str(), documentation, base, nullptr);
     m.add_object(name, py::reinterpret_borrow<py::object>(made));
     return made;
 }
@@ -85,11 +84,12 @@ PYBIND11_MODULE(_moxcc, m) {
         });
 
     py::class_<Form>(m, "Export", "An export of the library. Called, it takes the arguments of its operation.")
-        .def("__call__",
-             [](const Form& form, py::handle src, py::handle out, const py::kwargs& options) {
-                 return Operation{form.e->name, {&form}}(src, out, options);
-             },
-             "src"_a, "out"_a = py::none())
+        .def(
+            "__call__",
+            [](const Form& form, py::handle src, py::handle out, const py::kwargs& options) {
+                return Operation{form.e->name, {&form}}(src, out, options);
+            },
+            "src"_a, "out"_a = py::none())
         .def("__repr__", [](const Form& form) { return "<" + form.line() + ">"; })
         .def("shapes", &shapesOf, "side"_a, "width"_a, "height"_a,
              "Shapes of the arrays of a side, \"src\" or \"out\", for a picture of this size.")
@@ -97,17 +97,21 @@ PYBIND11_MODULE(_moxcc, m) {
         .def_property_readonly("operation", [](const Form& f) { return f.e->operation; })
         .def_property_readonly("documentation", [](const Form& f) { return f.e->documentation; })
         .def_property_readonly("prototype", [](const Form& f) { return prototypeOf(*f.e); })
-        .def_property_readonly("src", [](const Form& f) { return sideOf(f, 0); }, "None: it works in place.")
+        .def_property_readonly(
+            "src", [](const Form& f) { return sideOf(f, 0); }, "None: it works in place.")
         .def_property_readonly("out", [](const Form& f) { return sideOf(f, 1); })
-        .def_property_readonly("keywords", [](const Form& f) { return Operation{f.e->name, {&f}}.keywords(); })
-        .def_property_readonly("least_size", [](const Form& f) {
-            return py::make_tuple(std::max(f.e->least.width, 1), std::max(f.e->least.height, 1));
-        })
-        .def_property_readonly("weights", [](const Form& f) {
-            return f.e->parameter(catalogue::Parameter::weights) ? f.e->weights : 0;
-        })
-        .def_property_readonly("bands", [](const Form& f) { return py::make_tuple(f.e->bands->beginAt, f.e->bands->because); },
-                               "Rows where bands may begin, and why.");
+        .def_property_readonly("keywords",
+                               [](const Form& f) {
+                                   return Operation{f.e->name, {&f}}.keywords();
+                               })
+        .def_property_readonly(
+            "least_size",
+            [](const Form& f) { return py::make_tuple(std::max(f.e->least.width, 1), std::max(f.e->least.height, 1)); })
+        .def_property_readonly(
+            "weights", [](const Form& f) { return f.e->parameter(catalogue::Parameter::weights) ? f.e->weights : 0; })
+        .def_property_readonly(
+            "bands", [](const Form& f) { return py::make_tuple(f.e->bands->beginAt, f.e->bands->because); },
+            "Rows where bands may begin, and why.");
 
     m.def("version", &version);
     m.def("library_path", &libraryPath);

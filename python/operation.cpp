@@ -99,7 +99,8 @@ T get(const std::string& name, py::handle value, const std::string& expected) {
 double number(const Keyword& keyword, py::handle value) {
     if (keyword.enumeration && py::isinstance<py::str>(value)) {
         const auto names = namesOf(keyword.enumeration);
-        const auto found = std::ranges::find(names, lower(value.cast<std::string>()), &std::pair<std::string, int>::first);
+        const auto found =
+            std::ranges::find(names, lower(value.cast<std::string>()), &std::pair<std::string, int>::first);
         if (found == names.end())
             throw py::value_error(std::string(keyword.name) + ": expected one of " + listed(names) + ", not " +
                                   py::repr(value).cast<std::string>());
@@ -132,8 +133,7 @@ struct Request {
                 if (threads < 1) throw py::value_error("threads: expected 1 or more");
             } else {
                 const auto place = size_t(std::ranges::find(keywordTable, name, &Keyword::name) - keywordTable);
-                if (place == keywordCount)
-                    throw py::type_error(operation + "() has no keyword " + std::string(name));
+                if (place == keywordCount) throw py::type_error(operation + "() has no keyword " + std::string(name));
                 given |= 1u << place;
                 if (place == weightsAt)
                     weights = value;
@@ -187,14 +187,14 @@ const Form& choose(const Operation& operation, const Request& r) {
     if (!keep(forms, [&](const Form* f) { return r.src.fit(f->patterns[0]); })) {
         const std::string what = "src: " + r.src.describe() + " does not fit " + operation.name + "(), which takes";
         const bool typeFits = keep(forms, [&](const Form* f) {
-            return !r.src.planes.empty() && r.src.planes[0].native && r.src.planes[0].sample == f->patterns[0][0].sample;
+            return !r.src.planes.empty() && r.src.planes[0].native &&
+                   r.src.planes[0].sample == f->patterns[0][0].sample;
         });
         if (typeFits) throw py::value_error(what + listOf(forms));
         throw py::type_error(what + listOf(forms));
     }
-    if (!r.layout.empty() && !keep(forms, [&](const Form* f) {
-            return r.layout == f->e->sides[1].layout || r.layout == f->layouts;
-        }))
+    if (!r.layout.empty() &&
+        !keep(forms, [&](const Form* f) { return r.layout == f->e->sides[1].layout || r.layout == f->layouts; }))
         throw py::value_error("layout: " + r.layout + " is none of" + listOf(forms));
     if (r.dtype.kind && !keep(forms, [&](const Form* f) { return r.dtype == f->patterns[1][0].sample; }))
         throw py::type_error("dtype: " + r.dtype.name() + " is given by none of" + listOf(forms));

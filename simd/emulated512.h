@@ -47,9 +47,19 @@ inline __m512 gather(__m512i index, const float* table) {
 
 }  // namespace q4::emulated
 
-#define MOX_HALVES(operation, v)           q4::emulated::byHalves([](auto x) { return operation; }, v)
-#define MOX_PAIRED_HALVES(operation, a, b) q4::emulated::byHalves([](auto x, auto y) { return operation; }, a, b)
+#define MOX_HALVES(operation, v) q4::emulated::byHalves([](auto half_a) { return operation; }, v)
+#define MOX_PAIRED_HALVES(operation, a, b) \
+    q4::emulated::byHalves([](auto half_a, auto half_b) { return operation; }, a, b)
 
+// What the compiler, where it does not optimise, has as macros too.
+#undef _mm512_alignr_epi8
+#undef _mm512_alignr_epi64
+#undef _mm512_bslli_epi128
+#undef _mm512_bsrli_epi128
+#undef _mm512_shuffle_epi32
+#undef _mm512_srai_epi32
+#undef _mm512_i32gather_ps
+// What SIMDe takes element by element, or has wrong.
 #undef _mm512_madd_epi16
 #undef _mm512_mul_epu32
 #undef _mm512_unpacklo_epi8
@@ -60,29 +70,29 @@ inline __m512 gather(__m512i index, const float* table) {
 #undef _mm512_unpackhi_epi32
 #undef _mm512_unpacklo_epi64
 #undef _mm512_unpackhi_epi64
-#define _mm512_madd_epi16(a, b)      MOX_PAIRED_HALVES(_mm256_madd_epi16(x, y), a, b)
-#define _mm512_mulhi_epu16(a, b)     MOX_PAIRED_HALVES(_mm256_mulhi_epu16(x, y), a, b)
-#define _mm512_mul_epu32(a, b)       MOX_PAIRED_HALVES(_mm256_mul_epu32(x, y), a, b)
-#define _mm512_unpacklo_epi8(a, b)   MOX_PAIRED_HALVES(_mm256_unpacklo_epi8(x, y), a, b)
-#define _mm512_unpackhi_epi8(a, b)   MOX_PAIRED_HALVES(_mm256_unpackhi_epi8(x, y), a, b)
-#define _mm512_unpacklo_epi16(a, b)  MOX_PAIRED_HALVES(_mm256_unpacklo_epi16(x, y), a, b)
-#define _mm512_unpackhi_epi16(a, b)  MOX_PAIRED_HALVES(_mm256_unpackhi_epi16(x, y), a, b)
-#define _mm512_unpacklo_epi32(a, b)  MOX_PAIRED_HALVES(_mm256_unpacklo_epi32(x, y), a, b)
-#define _mm512_unpackhi_epi32(a, b)  MOX_PAIRED_HALVES(_mm256_unpackhi_epi32(x, y), a, b)
-#define _mm512_unpacklo_epi64(a, b)  MOX_PAIRED_HALVES(_mm256_unpacklo_epi64(x, y), a, b)
-#define _mm512_unpackhi_epi64(a, b)  MOX_PAIRED_HALVES(_mm256_unpackhi_epi64(x, y), a, b)
-#define _mm512_alignr_epi8(a, b, n)  MOX_PAIRED_HALVES(_mm256_alignr_epi8(x, y, n), a, b)
-#define _mm512_bslli_epi128(v, n)    MOX_HALVES(_mm256_bslli_epi128(x, n), v)
-#define _mm512_bsrli_epi128(v, n)    MOX_HALVES(_mm256_bsrli_epi128(x, n), v)
-#define _mm512_shuffle_epi32(v, n)   MOX_HALVES(_mm256_shuffle_epi32(x, n), v)
-#define _mm512_srai_epi32(v, n)      MOX_HALVES(_mm256_srai_epi32(x, n), v)
-#define _mm512_cvtepi32_ps(v)        MOX_HALVES(_mm256_cvtepi32_ps(x), v)
-#define _mm512_cvtps_epi32(v)        MOX_HALVES(_mm256_cvtps_epi32(x), v)
-#define _mm512_cvttps_epi32(v)       MOX_HALVES(_mm256_cvttps_epi32(x), v)
-#define _mm512_cvtepu8_epi16(v)      MOX_HALVES(_mm256_cvtepu8_epi16(x), v)
-#define _mm512_cvtps_pd(v)           MOX_HALVES(_mm256_cvtps_pd(x), v)
-#define _mm512_cvtpd_ps(v)           MOX_HALVES(_mm256_cvtpd_ps(x), v)
-#define _mm512_cvttpd_epi32(v)       MOX_HALVES(_mm256_cvttpd_epi32(x), v)
+#define _mm512_madd_epi16(a, b)      MOX_PAIRED_HALVES(_mm256_madd_epi16(half_a, half_b), a, b)
+#define _mm512_mulhi_epu16(a, b)     MOX_PAIRED_HALVES(_mm256_mulhi_epu16(half_a, half_b), a, b)
+#define _mm512_mul_epu32(a, b)       MOX_PAIRED_HALVES(_mm256_mul_epu32(half_a, half_b), a, b)
+#define _mm512_unpacklo_epi8(a, b)   MOX_PAIRED_HALVES(_mm256_unpacklo_epi8(half_a, half_b), a, b)
+#define _mm512_unpackhi_epi8(a, b)   MOX_PAIRED_HALVES(_mm256_unpackhi_epi8(half_a, half_b), a, b)
+#define _mm512_unpacklo_epi16(a, b)  MOX_PAIRED_HALVES(_mm256_unpacklo_epi16(half_a, half_b), a, b)
+#define _mm512_unpackhi_epi16(a, b)  MOX_PAIRED_HALVES(_mm256_unpackhi_epi16(half_a, half_b), a, b)
+#define _mm512_unpacklo_epi32(a, b)  MOX_PAIRED_HALVES(_mm256_unpacklo_epi32(half_a, half_b), a, b)
+#define _mm512_unpackhi_epi32(a, b)  MOX_PAIRED_HALVES(_mm256_unpackhi_epi32(half_a, half_b), a, b)
+#define _mm512_unpacklo_epi64(a, b)  MOX_PAIRED_HALVES(_mm256_unpacklo_epi64(half_a, half_b), a, b)
+#define _mm512_unpackhi_epi64(a, b)  MOX_PAIRED_HALVES(_mm256_unpackhi_epi64(half_a, half_b), a, b)
+#define _mm512_alignr_epi8(a, b, n)  MOX_PAIRED_HALVES(_mm256_alignr_epi8(half_a, half_b, n), a, b)
+#define _mm512_bslli_epi128(v, n)    MOX_HALVES(_mm256_bslli_epi128(half_a, n), v)
+#define _mm512_bsrli_epi128(v, n)    MOX_HALVES(_mm256_bsrli_epi128(half_a, n), v)
+#define _mm512_shuffle_epi32(v, n)   MOX_HALVES(_mm256_shuffle_epi32(half_a, n), v)
+#define _mm512_srai_epi32(v, n)      MOX_HALVES(_mm256_srai_epi32(half_a, n), v)
+#define _mm512_cvtepi32_ps(v)        MOX_HALVES(_mm256_cvtepi32_ps(half_a), v)
+#define _mm512_cvtps_epi32(v)        MOX_HALVES(_mm256_cvtps_epi32(half_a), v)
+#define _mm512_cvttps_epi32(v)       MOX_HALVES(_mm256_cvttps_epi32(half_a), v)
+#define _mm512_cvtepu8_epi16(v)      MOX_HALVES(_mm256_cvtepu8_epi16(half_a), v)
+#define _mm512_cvtps_pd(v)           MOX_HALVES(_mm256_cvtps_pd(half_a), v)
+#define _mm512_cvtpd_ps(v)           MOX_HALVES(_mm256_cvtpd_ps(half_a), v)
+#define _mm512_cvttpd_epi32(v)       MOX_HALVES(_mm256_cvttpd_epi32(half_a), v)
 #define _mm512_alignr_epi64(a, b, n) q4::emulated::alignQwords(a, b, n)
 #define _mm512_i32gather_ps(i, p, n) q4::emulated::gather(i, p)
 #define _mm512_stream_si512(p, v)    _mm512_storeu_si512(p, v)

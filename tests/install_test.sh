@@ -21,6 +21,15 @@ for file in lib/{,glibc-hwcaps/x86-64-v{3,4}/}libmoxccq4.so{,.2019} lib/libmoxco
     test -f "$tree/$file" || { echo "not installed: $file" >&2; exit 1; }
 done
 
+python=$(echo "$tree"/lib/python3*/dist-packages)
+if [ -d "$python" ]; then
+    echo "== from Python"
+    PYTHONPATH=$python PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -c "
+import moxcc, numpy
+assert moxcc.library.path.startswith('$tree'), moxcc.library
+assert moxcc.RGBToGray(numpy.full((2, 2, 3), 255, 'u1')).min() == 255"
+fi
+
 echo "== through pkg-config"
 . "$source/tests/programs.sh"
 export PKG_CONFIG_PATH=$tree/lib/pkgconfig
@@ -51,6 +60,9 @@ mv "$work/developers/"* "$tree/lib"
 
 echo "== through CMake, in another place"
 mv "$tree" "$work/moved"
+if [ -x "$work/moved/bin/moxcc" ]; then
+    [ "$("$work/moved/bin/moxcc" list --names | wc -l)" = 439 ] || { echo "moxcc does not find its library" >&2; exit 1; }
+fi
 for example in c cpp; do
     quietly cmake -G Ninja -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/moved"
     quietly cmake --build "$work/$example"

@@ -20,3 +20,6 @@ need() {
 
 # What the Python package is built of and runs on.
 moxcc_python="cmake ninja-build gcc g++ python3-dev pybind11-dev python3-numpy"
+
+# What the program moxcc is built of.
+moxcc_program="libcli11-dev libmd-dev libpng-dev pkg-config help2man"

@@ -15,6 +15,9 @@ namespace {
 
 constexpr size_t bufferSize = 1 << 16;
 
+// Programs at both ends of a pipe change places less often when more fits into it: video takes two thirds of the time.
+void enlarge(int file) { fcntl(file, F_SETPIPE_SZ, 1 << 20); }
+
 [[noreturn]] void failed(const char* what) {
     const int error = errno;
     if (interruptedBy) throw Error("interrupted");
@@ -25,6 +28,13 @@ constexpr size_t bufferSize = 1 << 16;
 }  // namespace
 
 volatile int interruptedBy = 0;
+
+namespace {
+// A signal may come while nothing waits.
+void checkSignals() {
+    if (interruptedBy) throw Error("interrupted");
+}
+}  // namespace
 
 // ---- input ----------------------------------------------------------------------------------------------------------
 
@@ -39,6 +49,7 @@ Input::Input(std::string path) : name_(std::move(path)) {
     struct stat status;
     if (fstat(file_, &status) != 0) failed("cannot be opened");
     if (S_ISDIR(status.st_mode)) throw Error("not a regular file, but a folder");
+    enlarge(file_);
     if (S_ISREG(status.st_mode)) total_ = status.st_size - std::max<off_t>(0, lseek(file_, 0, SEEK_CUR));
 }
 
@@ -50,6 +61,7 @@ Input::~Input() {
 }
 
 size_t Input::fetch(void* to, size_t size) {
+    checkSignals();
     size_t done = 0;
     while (file_ >= 0 && done < size) {
         const ssize_t count = ::read(file_, static_cast<uint8_t*>(to) + done, size - done);
@@ -88,6 +100,7 @@ size_t Input::read(void* to, size_t size) {
 // One read of what there is, behind what is left.
 void Input::fill() {
     if (file_ < 0) return;
+    checkSignals();
     buffer_.erase(buffer_.begin(), buffer_.begin() + ptrdiff_t(at_));
     at_ = 0;
     const size_t left = buffer_.size();
@@ -130,6 +143,7 @@ Output::Output(std::string path) : name_(std::move(path)) {
         name_ = "standard output";
         file_ = dup(STDOUT_FILENO);
         if (file_ < 0) failed("cannot be written");
+        enlarge(file_);
         return;
     }
     namespace fs = std::filesystem;
@@ -153,6 +167,7 @@ Output::~Output() {
 }
 
 void Output::send(const uint8_t* from, size_t size) {
+    checkSignals();
     while (size > 0) {
         const ssize_t count = ::write(file_, from, size);
         if (count < 0 && errno == EINTR && !interruptedBy) continue;

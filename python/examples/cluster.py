@@ -34,8 +34,8 @@ def frames_in(folder, frames_a_chunk=20):
         return np.stack([np.load(file) for file in some])
 
     chunks = [files[i : i + frames_a_chunk] for i in range(0, len(files), frames_a_chunk)]
-    arrays = [da.from_delayed(dask.delayed(read)(some), (len(some), *first.shape), first.dtype) for some in chunks]
-    return da.concatenate(arrays)
+    delayed = dask.delayed(read)
+    return da.concatenate([da.from_delayed(delayed(some), (len(some), *first.shape), first.dtype) for some in chunks])
 
 
 def each_frame(function, frames, **options):
@@ -67,7 +67,8 @@ def main():
             make_frames(folder, arguments.frames)
         alone = np.stack([moxcc.RGBToLab(np.load(file)).mean(axis=(0, 1)) for file in sorted(folder.glob("*.npy"))])
 
-        print(f"{len(alone)} frames\n| workers | threads a call | frames a second | as one process |\n|---|---|---|---|")
+        print(f"{len(alone)} frames\n")
+        print("| workers | threads a call | frames a second | as one process |\n|---|---|---|---|")
         for workers in (1, 2) if not arguments.scheduler else (None,):
             # A worker runs one task at a time; more threads are those of a call.
             cluster = arguments.scheduler or LocalCluster(workers, threads_per_worker=1, dashboard_address=None)

@@ -1,11 +1,12 @@
 """Pixel conversions with every output bit defined, on numpy arrays.
 
 A function an operation: ``moxcc.RGBToGray(rgb)``. Depth and layout follow from the arrays and keywords; see
-``help(moxcc.RGBToGray)``. Any export by its full name: ``moxcc.call("moxiRGBToGray_8u_C3C1R", rgb)``, and what it takes:
-``moxcc.exports["moxiRGBToGray_8u_C3C1R"]``.
+``help(moxcc.RGBToGray)``. Any export by its full name: ``moxcc.call("moxiRGBToGray_8u_C3C1R", rgb)``, and what it
+takes: ``moxcc.exports["moxiRGBToGray_8u_C3C1R"]``.
 """
 
 import inspect
+import os
 import re
 import warnings
 from collections import namedtuple
@@ -15,7 +16,7 @@ from . import _moxcc
 from ._moxcc import Error, Export, StatusWarning
 
 Library = namedtuple("Library", "path level")
-_path = _moxcc.library_path()
+_path = os.path.realpath(_moxcc.library_path())
 _folder = re.search("/glibc-hwcaps/([^/]+)/", _path)
 #: The library file in use, and the processor level that it is built for.
 library = Library(_path, _folder[1] if _folder else "x86-64-v2")
@@ -49,23 +50,24 @@ def _function(operation):
     if sides[0].out is None:
         parameters, result = [parameter("src", "tuple[int, int]", positional)], "int"
     else:
-        source, result = ({(side(e) or e.out)["arrays"][0] == "[" for e in sides} for side in (lambda e: e.src, lambda e: e.out))
+        sources, results = [e.src or e.out for e in sides], [e.out for e in sides]
         parameters = [
-            parameter("src", _annotation(source, "Sequence[Array]"), positional),
-            parameter("out", _annotation(result, "Sequence[Array]") + " | None", positional, None),
+            parameter("src", _annotation(sources, "Sequence[Array]"), positional),
+            parameter("out", _annotation(results, "Sequence[Array]") + " | None", positional, None),
         ]
-        result = _annotation(result, "tuple[Array, ...]")
+        result = _annotation(results, "tuple[Array, ...]")
     for name, annotation, needed in operation.keywords:
-        parameters.append(parameter(name, annotation) if needed else parameter(name, annotation + " | None", default=None))
+        optional = {} if needed else {"default": None}
+        parameters.append(parameter(name, annotation if needed else annotation + " | None", **optional))
     function.__signature__ = inspect.Signature(parameters, return_annotation=result)
     function.__name__ = function.__qualname__ = operation.name
     function.__doc__ = operation.documentation
     return function
 
 
-def _annotation(planar, sequence):
-    """Of a side that is a single array, planes, or either, by whether its exports have planes."""
-    return " | ".join(sequence if planes else "Array" for planes in sorted(planar))
+def _annotation(sides, sequence):
+    """Of an argument that is a single array, planes, or either, as the exports have it."""
+    return " | ".join(sorted({sequence if side["arrays"].startswith("[") else "Array" for side in sides}))
 
 
 for _operation in _moxcc.operations.values():

@@ -101,7 +101,7 @@ TEST(Cli, RunsEveryConversionAsTheCallDoes) {
             for (size_t i = 0; i < picture.planeCount(); ++i)
                 for (int y = 0; y < picture.rows[i]; ++y)
                     std::memcpy(source.row(i, y), picture.row(i, y), size_t(source.rowBytes[i]));
-            if (e.sides[1].keepsFourth()) pictures::repackAlpha(picture, expected);
+            if (e.sides[1].keepsFourth) pictures::repackAlpha(picture, expected);
         }
         ASSERT_GE(catalogue::call(e, source.picture(), expected.picture(), arguments.values), 0);
 

@@ -2,9 +2,11 @@
 # cli_test.sh <moxcc> [sanitizers]: what a user of the program counts on, in files and in pipes.
 set -euo pipefail
 moxcc=$(realpath "$1")
+completion=$(realpath "$(dirname "$0")/../../cli/completion.bash")
 sanitizers=${2-}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
+trap 'echo "failed at line $LINENO" >&2' ERR
 cd "$folder"
 
 fail() {
@@ -107,11 +109,25 @@ run GrayToRGB_8u_C1C3R gray.pgm --time 2>&1 | grep -q 'MPix/s' || fail "no speed
 "$moxcc" show RGBToHLS_8u_C3R | grep -q 'const Mox8u\* src, int32_t srcStep' || fail "no prototype"
 "$moxcc" compare binary.ppm <(printf 'P6 2 1 255\n\377\0\200\0\377\0') | grep -q 'largest difference 255, 255 and 0, in channel 2 at column 1, row 0' ||
     fail "another place"
-"$moxcc" --help | grep -q '^  moxcc run RGBToGray_8u_C3C1R photo.png' || fail "no examples"
+"$moxcc" --help | grep -q '^  . moxcc run RGBToGray_8u_C3C1R photo.png' || fail "no examples"
 coloured() { grep -q $'\033' <<<"$1"; }
 ! coloured "$("$moxcc" list nv12)" || fail "colours in a pipe"
 coloured "$(script -qec "$moxcc list nv12" /dev/null </dev/null)" || fail "no colours on a terminal"
 ! coloured "$(NO_COLOR=1 script -qec "$moxcc list nv12" /dev/null </dev/null)" || fail "colours in spite of NO_COLOR"
+
+PATH=$(dirname "$moxcc"):$PATH
+. "$completion"
+completes() { # <words expected> <word ...>
+    local expected=$1
+    shift
+    COMP_WORDS=(moxcc "$@") COMP_CWORD=$#
+    _moxcc
+    [ "${COMPREPLY[*]}" = "$expected" ] || fail "$*: completed by ${COMPREPLY[*]}"
+}
+completes 'run' r
+completes 'YCbCr411To420_8u_P3R' run YCbCr411To4
+completes '--threads --threshold' run RGBToGray_8u_C3C1R --th
+completes 'gbrg grbg' run CFAToRGB_8u_C1C3R --grid g
 
 refused 2 'did you mean RGBToGray_8u_C3C1R' run RGBToGray_8u_C3C1 rgb.ppm -o out.png
 refused 2 'did you mean run' rum
@@ -132,7 +148,8 @@ printf 'P6\n2147483648 2147483648\n255\n' >huge.ppm
 printf 'P5 2147483647 1 255\n' >wide.pgm
 printf 'YUV4MPEG2 W2147483647 H2147483647\nFRAME\n' >huge.y4m
 printf 'YUV4MPEG2 W16384 H16384\nFRAME\n' >large.y4m
-video 420 27 | head -c 100 >cut.y4m
+video 420 27 >full.y4m
+head -c 100 full.y4m >cut.y4m
 video 420p10 54 >deep.y4m
 printf '\211PNG\r\n\032\n\0\0\0\rIHDR\177\377\377\377\177\377\377\377\010\002\0\0\0\0\0\0\0' >huge.png
 echo 'A text.' >text.png
@@ -173,7 +190,7 @@ set -o pipefail
 mkfifo slow
 "$moxcc" run YCbCr420_8u_P3P2R slow -o out.y4m 2>/dev/null &
 process=$!
-{ video 420 27 | head -c 150; for _ in {1..50}; do compgen -G 'out.y4m.part*' >/dev/null && break; sleep 0.1; done; kill -TERM $process; sleep 0.2; } >slow
+{ head -c 150 full.y4m; for _ in {1..50}; do compgen -G 'out.y4m.part*' >/dev/null && break; sleep 0.1; done; kill -TERM $process; sleep 0.2; } >slow
 status=0
 wait $process || status=$?
 [ "$status" = 143 ] && [ -z "$(compgen -G 'out.y4m*')" ] || fail "a signal: status $status, left $(ls)"

@@ -44,10 +44,10 @@ void add(Sum& sum, const std::vector<uint8_t>& result) {
 
 int main(int argc, char** argv) {
     const unsigned calls = argc > 1 ? static_cast<unsigned>(std::atoi(argv[1])) : 20;
-    for (const Form& form : forms()) {
+    for (const catalogue::Export& form : catalogue::exports()) {
         int bytes = 1;
-        for (const Parameter& p : form.parameters)
-            if (p.side == 1 && p.floating && p.kind != Parameter::number) bytes = p.bytes;
+        for (const catalogue::Parameter& p : form.parameters)
+            if (p.side == 1 && p.floating && p.kind != catalogue::Parameter::number) bytes = p.bytes;
         Sum sum;
         for (unsigned seed = 0; seed < calls; ++seed) {
             Random random(seed);
@@ -63,6 +63,6 @@ int main(int argc, char** argv) {
             const std::vector<uint8_t> result = scene.result();
             bytes == 4 ? add<float>(sum, result) : bytes == 8 ? add<double>(sum, result) : add<uint8_t>(sum, result);
         }
-        std::printf("%-60s %016" PRIx64 "\n", form.name, sum.value());
+        std::printf("%-60s %016" PRIx64 "\n", form.name.c_str(), sum.value());
     }
 }

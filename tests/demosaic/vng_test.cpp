@@ -144,11 +144,10 @@ void expectVng(Symbol<Function> function, const float* scale) {
         [&](const Plane<T>& src, const Case& c, Plane<T>& want) { plainVng(src, c, scale, want); });
 }
 
-TEST(Vng, MatchesItsRule8u) { expectVng<Mox8u>(MOX_EXPORT(moxiCFAToBGRA_VNG_8u_C1C4R_L), nullptr); }
-TEST(Vng, MatchesItsRule16u) { expectVng<Mox16u>(MOX_EXPORT(moxiCFAToBGRA_VNG_16u_C1C4R_L), nullptr); }
+TEST(Vng, MatchesItsRule) { expectVng<Mox8u>(MOX_EXPORT(moxiCFAToBGRA_VNG_8u_C1C4R_L), nullptr); }
 
 TEST(Vng, GainsOfAnyKind) {
-    const float kinds[][3] = {{1, 1, 1}, {2.0f, 0.5f, 1.3f}, {-1, 0, 1}, {1e10f, -1e10f, 40000}, {NAN, INFINITY, 0.1f}};
+    const float kinds[][3] = {{1, 1, 1.5f}, {0.5f, 1, 1}, {1, -1, 1}, {1e10f, -1e10f, 40000}, {NAN, INFINITY, 0.1f}};
     for (const auto& scale : kinds) {
         expectVng<Mox8u>(MOX_EXPORT(moxiCFAToBGRA_VNG_8u_C1C4R_L), scale);
         expectVng<Mox16u>(MOX_EXPORT(moxiCFAToBGRA_VNG_16u_C1C4R_L), scale);

@@ -84,6 +84,14 @@ TEST(Powx, MatchesItsRecipe) {
             }
 }
 
+// Where the way to sum the logarithm changes, at 0.9921875 and 1.015625.
+TEST(Powx, MatchesItsRecipeBesideOne) {
+    std::vector<float> row;
+    for (const uint32_t middle : {0x3F7E0000u, 0x3F820000u})
+        for (uint32_t b = middle - 1500; b <= middle + 1500; ++b) row.push_back(std::bit_cast<float>(b));
+    for (const float p : {forwardExponent, inverseExponent, 1.0f, 40.0f, 700.0f}) expectPowers(row, p);
+}
+
 // One binade and the neighbourhood of 1 hold all mantissas and both ways to sum the logarithm.
 TEST(Powx, IsWithinAFewUnitsInTheLastPlace) {
     for (const float p : {forwardExponent, inverseExponent}) {

@@ -187,9 +187,11 @@ TEST(Lab, FloatsFollowTheirRules) {
     expectPixels(MOX_EXPORT(moxiLabToRGB_64f_P3R_L), backFloat<Mox64f>, {unitRange, labs, anything});
 }
 
-TEST(Lab, EveryEightBitColourFollowsItsRule) {
-    expectAllPixels(MOX_EXPORT(moxiRGBToLab_8u_C3R), forward<Mox8u>);
-    expectAllPixels(MOX_EXPORT(moxiLabToRGB_8u_C3R), backSamples<Mox8u>);
+TEST(Lab, ManyColoursFollowTheirRules) {
+    expectManyPixels(MOX_EXPORT(moxiRGBToLab_8u_C3R), forward<Mox8u>, samples);
+    expectManyPixels(MOX_EXPORT(moxiBGRToLab_8u16u_C3R), fromBgr(forward<Mox16u>), samples);
+    expectManyPixels(MOX_EXPORT(moxiLabToRGB_8u_C3R), backSamples<Mox8u>, samples);
+    expectManyPixels(MOX_EXPORT(moxiLabToBGR_16u8u_C3R), toBgr(backSamples<Mox16u>), samples);
 }
 
 TEST(Lab, KnownColours) {

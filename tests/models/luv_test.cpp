@@ -172,6 +172,45 @@ Pixel<T> back(const Pixel<T>& p, bool body) {
     return body ? backBody<T, channels>(p) : backTail<T>(p);
 }
 
+// ---- pixels that few draws meet ----
+
+/// Integers whose Y lies a little below a multiple of 512, where the place in the table depends on the rounding; and
+/// those near the end of the dark.
+template <class T>
+Pixels<T> edgesOfLightness(Random& random) {
+    return [&]() -> Pixel<T> {
+        if (random.oneIn(4)) {
+            const auto next = [&] { return static_cast<T>(random.between(570, 590) - bias<T>); };
+            return {next(), next(), next()};
+        }
+        for (;;) {
+            const double target = 512.0 * static_cast<double>(random.between(2, 127)) - random.uniform(0.05, 0.45);
+            const double r = static_cast<double>(random.between(0, 65535));
+            const double g =
+                std::floor((target - 0.212671 * r) / 0.71516) - static_cast<double>(random.between(0, 999));
+            const double b = std::round((target - 0.212671 * r - 0.71516 * g) / 0.072169);
+            if (g >= 0 && g <= 65535 && b >= 0 && b <= 65535)
+                return {static_cast<T>(r - bias<T>), static_cast<T>(g - bias<T>), static_cast<T>(b - bias<T>)};
+        }
+    };
+}
+
+/// Floats so small that sums of X, Y and Z, or Z alone, are often zero and the others are not.
+Pixels<Mox32f> denormals(Random& random) {
+    return independent<Mox32f>(
+        [&] { return static_cast<float>(random.between(-9, 9)) * std::numeric_limits<float>::denorm_min(); });
+}
+
+/// Integers of which v' is zero, or nearly so.
+template <class T>
+Pixels<T> noV(Random& random) {
+    return [&]() -> Pixel<T> {
+        const double l = random.uniform(0.1, 22.0);
+        const double v = (140 - 0.468342 * 13 * l) * (top<T> / 262.0) + static_cast<double>(random.between(-1, 1));
+        return {static_cast<T>(l * 655.35 - bias<T>), random.sample<T>(), static_cast<T>(std::round(v) - bias<T>)};
+    };
+}
+
 // ---- tests ----
 
 template <class T, int channels>
@@ -197,6 +236,11 @@ TEST(Luv, SixteenBitColumnsFollowTheirRules) {
     expectPixels(MOX_EXPORT(moxiRGBToLUV_16s_AC4R), toLuv<Mox16s, 4>, {darkAndGray});
     expectPixels(MOX_EXPORT(moxiLUVToRGB_16s_C3R), toRgb<Mox16s, 3>, {darkAndGray});
     expectPixels(MOX_EXPORT(moxiLUVToRGB_16s_AC4R), toRgb<Mox16s, 4>, {darkAndGray});
+    expectManyPixels(MOX_EXPORT(moxiRGBToLUV_16u_C3R), toLuv<Mox16u, 3>, edgesOfLightness);
+    expectManyPixels(MOX_EXPORT(moxiRGBToLUV_16u_AC4R), toLuv<Mox16u, 4>, edgesOfLightness);
+    expectManyPixels(MOX_EXPORT(moxiRGBToLUV_16s_C3R), toLuv<Mox16s, 3>, edgesOfLightness);
+    expectManyPixels(MOX_EXPORT(moxiLUVToRGB_16u_C3R), toRgb<Mox16u, 3>, noV);
+    expectManyPixels(MOX_EXPORT(moxiLUVToRGB_16s_C3R), toRgb<Mox16s, 3>, noV);
 }
 
 // LUV with colours near those for which v' is zero, and with L on both sides of where rules change.
@@ -205,15 +249,16 @@ Pixels<Mox32f> luvs(Random& random) {
     return [&random, low, high]() -> Pixel<Mox32f> {
         const float l = random.oneIn(10) ? 0.0f : random.uniform(low, high);
         return {l, random.uniform(-134.0f, 220.0f),
-                random.oneIn(3) ? -0.468342f * (13 * l) : random.uniform(-140.0f, 122.0f)};
+                random.oneIn(3) ? -0.468342f * (13 * l) * random.uniform(1 - 4e-5f, 1 + 4e-5f)
+                                : random.uniform(-140.0f, 122.0f)};
     };
 }
 
 // The one form without vector columns drops the low bits of a step.
 TEST(Luv, FloatColumnsFollowTheirRules) {
-    expectPixels(MOX_EXPORT(moxiRGBToLUV_32f_C3R), toLuv<Mox32f, 3>, {unitRange, anything});
-    expectPixels(MOX_EXPORT(moxiRGBToLUV_32f_AC4R), toLuv<Mox32f, 4>, {unitRange, anything});
-    expectPixels(MOX_EXPORT(moxiBGRToLUV_32f_C3R), fromBgr(toLuv<Mox32f, 3>), {unitRange, anything});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_32f_C3R), toLuv<Mox32f, 3>, {unitRange, denormals, anything});
+    expectPixels(MOX_EXPORT(moxiRGBToLUV_32f_AC4R), toLuv<Mox32f, 4>, {unitRange, denormals, anything});
+    expectPixels(MOX_EXPORT(moxiBGRToLUV_32f_C3R), fromBgr(toLuv<Mox32f, 3>), {unitRange, denormals, anything});
     expectPixels(MOX_EXPORT(moxiLUVToRGB_32f_C3R), toRgb<Mox32f, 3>, {luvs, anything});
     expectPixels(MOX_EXPORT(moxiLUVToRGB_32f_AC4R), inGroups(noGroups, back<Mox32f, 4>), {luvs, anything});
     expectPixels(MOX_EXPORT(moxiLUVToBGR_32f_C3R), toBgr(toRgb<Mox32f, 3>), {luvs, anything});

@@ -145,38 +145,56 @@ Pixels<T> anything(Random& random) {
 template <class Pointer>
 using SampleOf = std::remove_const_t<std::remove_pointer_t<std::remove_const_t<std::remove_pointer_t<Pointer>>>>;
 
-/// Compares an export with its rule on images of each source, at all sizes and in all rounding modes. The fourth
-/// samples of AC4 images stay; those of planes are copied.
-template <class S, class SStep, class D, class DStep, class... Extra>
-void expectPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize, Extra...)> function,
-                  const PixelRule<SampleOf<S>, SampleOf<D>>& rule, std::initializer_list<Source<SampleOf<S>>> sources) {
-    using T = SampleOf<S>;
-    const bool copiesFourth = std::string_view(function.name).find("P4") != std::string_view::npos;
-    const auto reference = [&](const Picture& src, Picture& want, const Values&) {
+/// Writes the colours of each pixel by a rule. The fourth samples of AC4 images stay; those of planes are copied.
+template <class S, class D>
+Reference byRule(const char* name, const PixelRule<S, D>& rule) {
+    return [=, copiesFourth = catalogue::find(name)->is("*P4*")](const Picture& src, Picture& want, const Values&) {
         const MoxiSize size = src.size();
         for (int y = 0; y < size.height; ++y) {
             for (int x = 0; x < size.width; ++x) {
-                const auto out = rule({src.get<T>(x, y, 0), src.get<T>(x, y, 1), src.get<T>(x, y, 2)}, x, size.width);
+                const auto out = rule({src.get<S>(x, y, 0), src.get<S>(x, y, 1), src.get<S>(x, y, 2)}, x, size.width);
                 for (int c = 0; c < 3; ++c) want.set(x, y, c, out[size_t(c)]);
-                if (copiesFourth) want.set(x, y, 3, src.get<T>(x, y, 3));
+                if (copiesFourth) want.set(x, y, 3, src.get<S>(x, y, 3));
             }
         }
     };
-    for (const Source<T> source : sources) {
-        const auto fill = [&](Picture& picture, Random& random) {
-            const Pixels<T> next = source(random);
-            for (int y = 0; y < picture.size().height; ++y) {
-                for (int x = 0; x < picture.size().width; ++x) {
-                    const Pixel<T> p = next();
-                    for (int c = 0; c < 3; ++c) picture.set(x, y, c, p[size_t(c)]);
-                }
+}
+
+/// Calls in all rounding modes with images of a source.
+template <class T>
+Calls ofPixels(Source<T> source) {
+    const auto fill = [=](Picture& picture, Random& random) {
+        const Pixels<T> next = source(random);
+        for (int y = 0; y < picture.size().height; ++y) {
+            for (int x = 0; x < picture.size().width; ++x) {
+                const Pixel<T> p = next();
+                for (int c = 0; c < 3; ++c) picture.set(x, y, c, p[size_t(c)]);
             }
-        };
-        expect(function.name, reference,
-               {.roundings = {std::begin(mxcsr::roundings), std::end(mxcsr::roundings)},
-                .fill = fill,
-                .nan = Nan::anyNan});
+        }
+    };
+    return {.roundings = {std::begin(mxcsr::roundings), std::end(mxcsr::roundings)}, .fill = fill, .nan = Nan::anyNan};
+}
+
+/// Compares an export with its rule on images of each source, at all sizes up to a width.
+template <class S, class SStep, class D, class DStep, class... Extra>
+void expectPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize, Extra...)> function,
+                  const PixelRule<SampleOf<S>, SampleOf<D>>& rule, std::initializer_list<Source<SampleOf<S>>> sources,
+                  int toWidth = 70) {
+    for (const Source<SampleOf<S>> source : sources) {
+        Calls calls = ofPixels<SampleOf<S>>(source);
+        calls.toWidth = toWidth;
+        expect(function.name, byRule<SampleOf<S>, SampleOf<D>>(function.name, rule), calls);
     }
+}
+
+/// The same for many pixels of a source that seeks what few pixels meet, in whole groups of columns and in last ones.
+template <class S, class SStep, class D, class DStep, class... Extra>
+void expectManyPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize, Extra...)> function,
+                      const PixelRule<SampleOf<S>, SampleOf<D>>& rule, Source<SampleOf<S>> source) {
+    Random random(3);
+    for (const int width : {3, 128})
+        expectAt(function.name, {width, manyPixels / 4 / width}, random,
+                 byRule<SampleOf<S>, SampleOf<D>>(function.name, rule), ofPixels<SampleOf<S>>(source));
 }
 
 /// Compares an export with its rule for all 2^24 pixels of 8u samples, in vector columns and in last ones.

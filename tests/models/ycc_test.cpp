@@ -111,7 +111,22 @@ TEST(Ycc, EightBit) {
     expectPixels(MOX_EXPORT(moxiYCCToRGB_8u_AC4R), inGroups(4, decode8u), {samples});
 }
 
+/// So dark that a float's last bits tell what is added to Y before it is truncated.
+template <class T>
+Pixels<T> dark(Random& random) {
+    return independent<T>([&] { return static_cast<T>(std::numeric_limits<T>::min() + random.between(0, 300)); });
+}
+Pixels<Mox16u> darkAndNeutral(Random& random) {
+    return [&]() -> Pixel<Mox16u> {
+        const auto near = [&](int middle, int64_t n) { return static_cast<Mox16u>(middle + random.between(-n, n)); };
+        return {near(100, 100), near(40092, 9), near(35209, 9)};
+    };
+}
+
 TEST(Ycc, SixteenBit) {
+    expectManyPixels(MOX_EXPORT(moxiRGBToYCC_16u_C3R), inGroups(4, encode16<Mox16u, 0>), dark);
+    expectManyPixels(MOX_EXPORT(moxiRGBToYCC_16s_C3R), inGroups(4, encode16<Mox16s, 32768>), dark);
+    expectManyPixels(MOX_EXPORT(moxiYCCToRGB_16u_C3R), inGroups(4, decode16u), darkAndNeutral);
     expectPixels(MOX_EXPORT(moxiRGBToYCC_16u_C3R), inGroups(4, encode16<Mox16u, 0>), {samples});
     expectPixels(MOX_EXPORT(moxiRGBToYCC_16u_AC4R), inGroups(4, encode16<Mox16u, 0>), {samples});
     expectPixels(MOX_EXPORT(moxiRGBToYCC_16s_C3R), inGroups(4, encode16<Mox16s, 32768>), {samples});

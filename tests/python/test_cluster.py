@@ -22,7 +22,10 @@ def in_memory(dask_scheduler):
 def test_a_killed_worker_loses_nothing(tmp_path):
     cluster.make_frames(tmp_path, 240, 180, 320)
     expected = np.stack([moxcc.RGBToLab(np.load(f)).mean(axis=(0, 1)) for f in sorted(tmp_path.glob("*.npy"))])
-    with distributed.LocalCluster(2, threads_per_worker=1, dashboard_address=None) as local, distributed.Client(local) as client:
+    with (
+        distributed.LocalCluster(2, threads_per_worker=1, dashboard_address=None) as local,
+        distributed.Client(local) as client,
+    ):
         means = client.compute(cluster.lab_means(cluster.frames_in(tmp_path, 4)))
         while client.run_on_scheduler(in_memory) < 3:
             time.sleep(0.01)

@@ -22,7 +22,8 @@ VALUES = {  # keyword: value, and what C calls it and takes
 
 
 def struct(*values):
-    return type("Struct", (ctypes.Structure,), {"_fields_": [(f"_{i}", ctypes.c_int32) for i in range(len(values))]})(*values)
+    fields = [(f"_{i}", ctypes.c_int32) for i in range(len(values))]
+    return type("Struct", (ctypes.Structure,), {"_fields_": fields})(*values)
 
 
 class Planes:
@@ -36,8 +37,11 @@ class Planes:
         for i, (h, w, *c) in enumerate(export.shapes(side, width + first_bit, height)):
             samples = w * (c[0] if c else 1)
             gap = 0 if "Step" not in export.prototype else 5 + 3 * i if own_steps else 5
-            memory = random.random((h, samples + gap)) if dtype.kind == "f" else random.integers(0, 256, (h, samples + gap, dtype.itemsize), "u1")
-            memory = memory.astype(dtype) if dtype.kind == "f" else memory.view(dtype)[..., 0]
+            if dtype.kind == "f":
+                memory = random.random((h, samples + gap)).astype(dtype)
+            else:
+                memory = np.frombuffer(bytearray(random.bytes(h * (samples + gap) * dtype.itemsize)), dtype)
+                memory = memory.reshape(h, samples + gap)
             rows = memory if forward or not gap else memory[::-1]
             self.memory.append(memory)
             self.arrays.append(rows[:, :samples].reshape(h, w, *c))
@@ -61,7 +65,8 @@ def call_c(export, name, sides, size, region, weights):
     for declaration in re.search(r"\((.*)\)", export.prototype)[1].split(", "):
         kind, variable = re.search(r"(\w+)[ *].*?(\w+)(?:\[\d\])?$", declaration.removeprefix("const ")).groups()
         pointers = declaration.count("*") + declaration.count("[")
-        arrays = sides["src" if variable.startswith("src") and "src" in sides else "out"].arrays if re.match("src|dst", variable) else []
+        side = sides.get("src" if variable.startswith("src") else "out", sides.get("out"))
+        arrays = side.arrays if re.match("src|dst", variable) and side else []
         plane = 1 if "CbCr" in variable else 0
         if variable.endswith("Steps"):
             value = (ctypes.c_int32 * 4)(*(a.strides[0] for a in arrays))

@@ -69,13 +69,22 @@ uint8_t* Picture::chromaByte(int cell, int row, int kind) const {
     return ::testing::AssertionSuccess();
 }
 
+std::vector<const char*> named(const char* pattern) {
+    std::vector<const char*> names;
+    for (const catalogue::Export& e : catalogue::exports())
+        if (e.is(pattern)) names.push_back(e.name.c_str());
+    EXPECT_FALSE(names.empty()) << pattern;
+    return names;
+}
+
 void expectAt(const char* name, MoxiSize size, Random& random, const Reference& reference, const Calls& calls) {
     const catalogue::Export* const e = catalogue::find(name);
     ASSERT_TRUE(e) << name;
     Values values;
     values.alpha = static_cast<double>(random.bits() & 0xFF);
     if (calls.values) values = calls.values(random);
-    Picture src(*e, e->inPlace() ? 1 : 0, size, random, values);
+    const Layout layout = calls.source ? calls.source(random) : Layout{};
+    Picture src(*e, e->inPlace() ? 1 : 0, size, random, values, calls.source ? &layout : nullptr);
     if (calls.fill) calls.fill(src, random);
     const Picture before = e->inPlace() ? src : Picture(*e, 1, size, random, values);
     const bool outside = size.width % e->cell.width || size.height % e->cell.height;
@@ -83,12 +92,16 @@ void expectAt(const char* name, MoxiSize size, Random& random, const Reference& 
     for (size_t i = 0; i < src.planes(); ++i) src[i].protect();
     for (const uint32_t control : calls.roundings) {
         Picture want = before;
-        underMxcsr(control, [&] { reference(src, want, values); });
+        MoxStatus wantStatus = status;
+        underMxcsr(control, [&] {
+            reference(src, want, values);
+            if (calls.status) wantStatus = calls.status(src);
+        });
         forEachLibrary([&](const Library& lib) {
             const Picture got = before;
             const CallScope note({name, lib.name(), size});
             const MxcsrScope scope(control);
-            ASSERT_EQ(catalogue::call(*e, src.view(), got.view(), values, lib.symbol(name)), status) << name;
+            ASSERT_EQ(catalogue::call(*e, src.view(), got.view(), values, lib.symbol(name)), wantStatus) << name;
             ASSERT_TRUE(same(got, want, calls.nan)) << roundingName(control);
         });
     }

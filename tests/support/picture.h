@@ -86,6 +86,9 @@ class Picture {
 /// the destination held before.
 using Reference = std::function<void(const Picture& src, Picture& want, const Values& values)>;
 
+/// The exports whose names fit a shell pattern; a failure if there is none.
+std::vector<const char*> named(const char* pattern);
+
 /// So many that a rounding offset of 16 fractional bits that is one off shows.
 #ifdef MOXCC_FEWER_CASES
 inline constexpr int manyPixels = 4000;
@@ -99,6 +102,8 @@ struct Calls {
     std::vector<uint32_t> roundings = {mxcsr::usual};
     std::function<void(Picture& src, Random& random)> fill = nullptr;  // default: random samples of all values
     std::function<Values(Random& random)> values = nullptr;            // default: a random alpha
+    std::function<Layout(Random& random)> source = nullptr;            // how it lies; default: in any way it may
+    std::function<MoxStatus(const Picture& src)> status = nullptr;     // default: moxStatusOk, or moxStatusOddSize
     Nan nan = Nan::bits;
 };
 

@@ -41,7 +41,7 @@ using ChromaRule = CbCr (*)(Colour sums);
 /// A cell's rule from those of the luma of even and odd columns, and of the chroma of the cell's sums.
 inline CellRule cell(LumaRule even, LumaRule odd, ChromaRule chroma) {
     return [=](std::span<const Colour> pixels) {
-        Samples samples;
+        Samples samples = {};
         Colour sums = {};
         for (size_t i = 0; i < pixels.size(); ++i) {
             samples.y[i] = (i % 2 ? odd : even)(pixels[i]);
@@ -88,7 +88,7 @@ inline void encode(const Encoder& e, const Picture& src, Picture& want, MoxiSize
     const auto [cw, ch] = want.side().cell;
     const int limit = e.limit(width), whole = width - width % cw;
     const auto cellAt = [&](const CellRule& rule, int x, int row, int columns) {
-        Colour pixels[4];
+        Colour pixels[4] = {};
         for (int i = 0; i < columns * ch; ++i) pixels[i] = pixelOf(src, x + i % cw, ch * row + i / cw);
         const Samples samples = rule({pixels, size_t(columns * ch)});
         for (int i = 0; i < columns * ch; ++i) want.setLuma(x + i % cw, ch * row + i / cw, samples.y[size_t(i)]);

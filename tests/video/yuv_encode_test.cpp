@@ -24,7 +24,7 @@ using Cell = std::span<const Colour>;
 
 template <class F>
 std::array<int, 4> each(const Cell& cell, const F& f) {
-    std::array<int, 4> values;
+    std::array<int, 4> values = {};
     for (size_t i = 0; i < cell.size(); ++i) values[i] = f(cell[i]);
     return values;
 }
