@@ -8,7 +8,8 @@ source=$(cd "$(dirname "$0")/.." && pwd)
 . "$source/tools/packages.sh"
 packages=("$@")
 
-need debhelper dpkg-dev cmake ninja-build g++ lintian debootstrap
+need debhelper dpkg-dev dh-python help2man cmake ninja-build g++ pkg-config libcli11-dev libmd-dev libpng-dev \
+    pybind11-dev python3-dev python3-numpy lintian debootstrap
 as_root=
 [ "$(id -u)" = 0 ] || as_root=sudo
 work=$(mktemp -d)
@@ -42,6 +43,8 @@ $as_root chroot "$root" bash -euo pipefail -c '
     compile shared $(pkg-config --cflags --libs moxcc)
     compile static -static $(pkg-config --cflags --libs moxcc-static)
     run shared
+    moxcc list nv12 rgb
+    python3 -c "import moxcc"
     echo "== without the development package"
     apt-get purge -y -qq libmoxcc-dev >/dev/null 2>&1
     run shared
