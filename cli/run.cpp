@@ -198,7 +198,10 @@ class Conversion {
             pictures::repack(picture, result);
         else if (e.sides[1].keepsFourth)
             pictures::repackAlpha(picture, result);
-        result.alpha = picture.alpha || !e.sides[1].keepsFourth;
+        // The fourth channel is the picture's, or the export's own, unless that is the 0 of a layout with alpha.
+        const catalogue::Side& to = e.sides[1];
+        const bool zero = to.layout == "AC4" && !to.keepsFourth;
+        result.alpha = !zero && (picture.alpha || !to.layout.starts_with("A"));
         result.video = picture.video;
         result.siting = picture.siting;
         const MoxStatus status = timed(
