@@ -71,7 +71,7 @@ def main():
         print("| workers | threads a call | frames a second | as one process |\n|---|---|---|---|")
         for workers in (1, 2) if not arguments.scheduler else (None,):
             # A worker runs one task at a time; more threads are those of a call.
-            cluster = arguments.scheduler or LocalCluster(workers, threads_per_worker=1, dashboard_address=None)
+            cluster = arguments.scheduler or LocalCluster(n_workers=workers, threads_per_worker=1, dashboard_address=None)
             with Client(cluster) as client:
                 workers = len(client.scheduler_info()["workers"])
                 for threads in (1, 2):

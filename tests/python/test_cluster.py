@@ -23,7 +23,7 @@ def test_a_killed_worker_loses_nothing(tmp_path):
     cluster.make_frames(tmp_path, 240, 180, 320)
     expected = np.stack([moxcc.RGBToLab(np.load(f)).mean(axis=(0, 1)) for f in sorted(tmp_path.glob("*.npy"))])
     with (
-        distributed.LocalCluster(2, threads_per_worker=1, dashboard_address=None) as local,
+        distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as local,
         distributed.Client(local) as client,
     ):
         means = client.compute(cluster.lab_means(cluster.frames_in(tmp_path, 4)))
