@@ -19,7 +19,7 @@ using Rule = T (*)(const Pixel<T>& p, const W* w, int x, int width, uintptr_t ro
 template <int group>
 Mox8u gray8u(const Pixel<Mox8u>& p, const Mox32f* weights, int x, int width, uintptr_t) {
     uint32_t w[3];
-    for (int c = 0; c < 3; ++c) w[c] = static_cast<uint16_t>(static_cast<int32_t>(weights[c] * 32768.0 + 0.5));
+    for (int c = 0; c < 3; ++c) w[c] = static_cast<uint16_t>(_mm_cvttsd_si32(_mm_set_sd(weights[c] * 32768.0 + 0.5)));
     if (x >= width / group * group) return static_cast<Mox8u>((p[0] * w[0] + p[1] * w[1] + p[2] * w[2] + 16384) >> 15);
     uint32_t sum = 0;
     for (size_t c = 0; c < 3; ++c) sum = std::min(sum + (256 * p[c] * w[c] >> 16), 65535u);

@@ -205,9 +205,9 @@ Pixels<Mox32f> denormals(Random& random) {
 template <class T>
 Pixels<T> noV(Random& random) {
     return [&]() -> Pixel<T> {
-        const double l = random.uniform(0.1, 22.0);
-        const double v = (140 - 0.468342 * 13 * l) * (top<T> / 262.0) + static_cast<double>(random.between(-1, 1));
-        return {static_cast<T>(l * 655.35 - bias<T>), random.sample<T>(), static_cast<T>(std::round(v) - bias<T>)};
+        const int64_t l = random.between(66, 14000);
+        const double v = (140 - 0.468342 * 13 * 100 / 65535 * double(l)) * 65535 / 262 + double(random.between(-1, 1));
+        return {static_cast<T>(l - bias<T>), random.sample<T>(), static_cast<T>(std::round(v) - bias<T>)};
     };
 }
 
