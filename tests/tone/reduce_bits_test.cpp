@@ -178,8 +178,8 @@ void referenceDiffused(const Picture& src, Picture& dst, int colours, const Valu
 template <class S, class D>
 void reference(const Picture& src, Picture& dst, int colours, const Values& task) {
     const MoxiSize roi = src.size();
-    if (task.dither == moxDitherBayer) return referenceOrdered(src, dst, colours, task);
-    if (task.dither != moxDitherNone) return referenceDiffused(src, dst, colours, task);
+    if (task.dither == moxDitherBayer) return referenceOrdered<S, D>(src, dst, colours, task);
+    if (task.dither != moxDitherNone) return referenceDiffused<S, D>(src, dst, colours, task);
     for (int y = 0; y < roi.height; ++y)
         for (int x = 0; x < roi.width; ++x)
             for (int c = 0; c < colours; ++c) dst.set(x, y, c, nearestLevel<S, D>(src.get<S>(x, y, c), task.levels));
