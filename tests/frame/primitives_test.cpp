@@ -57,10 +57,10 @@ TEST(Set, WritesItsBytesBesideAnyCache) {
     forEachWidth([&](const Primitives& p) {
         for (const int32_t cache : {0, 1, 0x90000, 1 << 30}) {
             cacheBytes = cache;
-            for (const MoxiSize size : {MoxiSize{1, 1}, {300, 7}, {0x80000, 1}, {0x80001, 2}, {1000, 600}})
-                for (int i = 0; i < 8; ++i) {
+            for (const MoxiSize size : {MoxiSize{1, 1}, {70, 3}, {300, 7}, {0x80001, 2}, {1000, 600}})
+                for (int i = 0; i < (size.width < 1000 ? 8 : 2); ++i) {
                     Layout layout = Layout::random(random, 1);
-                    if (random.oneIn(2)) layout.gap = 0, layout.bottomUp = false;  // one run
+                    if (i % 2) layout.gap = 0, layout.bottomUp = false;  // one run
                     const Plane<Mox8u> dst(size.width, size.height, 1, layout, random);
                     Plane<Mox8u> want = dst;
                     const auto value = random.sample<Mox8u>();

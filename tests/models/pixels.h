@@ -193,13 +193,13 @@ void expectManyPixels(Symbol<MoxStatus(S, SStep, D, DStep, MoxiSize, Extra...)> 
                  byRule<SampleOf<S>, SampleOf<D>>(function.name, rule), ofPixels<SampleOf<S>>(source));
 }
 
-/// Compares an export with its rule for all 2^24 pixels of 8u samples, in vector columns and in last ones.
-inline void expectAllPixels(Symbol<MoxStatus(const Mox8u*, int32_t, Mox8u*, int32_t, MoxiSize)> function,
-                            const PixelRule<Mox8u>& rule) {
+/// Compares an export with its rule for a third of the 2^24 pixels of 8u samples, in vector columns and in last ones.
+inline void expectMostPixels(Symbol<MoxStatus(const Mox8u*, int32_t, Mox8u*, int32_t, MoxiSize)> function,
+                             const PixelRule<Mox8u>& rule) {
     constexpr int n = 1 << 16;
     std::vector<Pixel<Mox8u>> src(n), want(n), got(n);
     for (const int width : {256, 2}) {
-        for (int first = 0; first < 256; ++first) {
+        for (int first = 0; first < 256; first += 3) {
             for (size_t i = 0; i < n; ++i) {
                 src[i] = {static_cast<Mox8u>(first), static_cast<Mox8u>(i >> 8), static_cast<Mox8u>(i)};
                 want[i] = rule(src[i], 0, width);

@@ -2,6 +2,7 @@
 #include "moxcc/ycc.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "models/pixels.h"
 
@@ -111,10 +112,20 @@ TEST(Ycc, EightBit) {
     expectPixels(MOX_EXPORT(moxiYCCToRGB_8u_AC4R), inGroups(4, decode8u), {samples});
 }
 
-/// So dark that a float's last bits tell what is added to Y before it is truncated.
+/// So dark that a float's last bits count, and Y lies near a half: they tell what is added before it is truncated.
 template <class T>
 Pixels<T> dark(Random& random) {
-    return independent<T>([&] { return static_cast<T>(std::numeric_limits<T>::min() + random.between(0, 300)); });
+    return [&]() -> Pixel<T> {
+        for (;;) {
+            const int64_t r = random.between(0, 300), g = random.between(0, 300);
+            for (int64_t b = 0; b <= 300; ++b) {
+                const double y = 0.7132668 * (0.299 * double(r) + 0.587 * double(g) + 0.114 * double(b));
+                constexpr int64_t least = std::numeric_limits<T>::min();
+                if (std::fabs(y - std::floor(y) - 0.5) < 1e-3)
+                    return {static_cast<T>(least + r), static_cast<T>(least + g), static_cast<T>(least + b)};
+            }
+        }
+    };
 }
 Pixels<Mox16u> darkAndNeutral(Random& random) {
     return [&]() -> Pixel<Mox16u> {
