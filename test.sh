@@ -1,7 +1,7 @@
 #!/bin/bash
-# ./test.sh
+# ./test.sh [--all]
 # Installs what is missing, builds, and runs all tests on each library file: optimised, and again under the address and
-# undefined-behaviour sanitizers. The last line sums both runs up.
+# undefined-behaviour sanitizers. The last line sums both runs up. With --all, tests/more.sh comes before.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
@@ -10,6 +10,7 @@ cd "$(dirname "$0")"
 need $moxcc_python $moxcc_program libgtest-dev python3-pytest python3-av python3-pil python3-dask python3-distributed
 
 jobs=$(nproc)
+[ "${1:-}" != --all ] || tests/more.sh
 passed=0
 failed=0
 for preset in release asan; do

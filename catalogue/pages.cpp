@@ -14,13 +14,16 @@ struct File {
         if (!file) std::perror(path.c_str()), std::exit(1);
     }
     ~File() { std::fclose(file); }
-    template <class... T>
-    void line(const char* format, const T&... values) {
-        std::fprintf(file, format, values.c_str()...);
-        std::fputc('\n', file);
-    }
+    void line(const std::string& text) { std::fputs((text + "\n").c_str(), file); }
     std::FILE* file;
 };
+
+/// A row of a table.
+std::string row(const std::vector<std::string>& cells) {
+    std::string text = "|";
+    for (const std::string& cell : cells) text += " " + cell + " |";
+    return text;
+}
 
 void writeBands(File out) {
     for (const bool split : {true, false}) {
@@ -28,8 +31,7 @@ void writeBands(File out) {
         out.line("|---|---|---|");
         for (const BandRule& rule : bandRules())
             if (rule.described && (rule.unit != 0) == split)
-                out.line("| %s | %s | %s |", std::string(rule.described), std::string(split ? rule.beginAt : ""),
-                         std::string(rule.because));
+                out.line(row({rule.described, split ? rule.beginAt : "", rule.because}));
     }
 }
 
@@ -49,17 +51,15 @@ std::string otherSide(const Export& e, int side) {
 void writeFormats(File out) {
     for (const Format& format : formats()) {
         const std::string name = format.name, others = format.otherNames;
-        out.line("\n## %s", name);
-        out.line("\n%s%s.\n", std::string(format.memory), others.empty() ? others : " (" + others + ")");
+        out.line("\n## " + name + "\n\n" + format.memory + (others.empty() ? "" : " (" + others + ")") + ".\n");
         for (const int side : {0, 1}) {
             std::map<std::string, std::vector<std::string>> functions;  // by what is on the other side
             for (const Export& e : exports())
                 for (const std::string& each : e.formats(side))
                     if (each == name && !e.inPlace()) functions[otherSide(e, 1 - side)].push_back(e.name + "()");
             if (functions.empty()) continue;
-            out.line(side == 0 ? "| From %s to | Functions |\n|---|---|" : "\n| To %s from | Functions |\n|---|---|",
-                     name);
-            for (const auto& [other, names] : functions) out.line("| %s | %s |", other, joined(names));
+            out.line((side == 0 ? "| From " + name + " to" : "\n| To " + name + " from") + " | Functions |\n|---|---|");
+            for (const auto& [other, names] : functions) out.line(row({other, joined(names)}));
         }
     }
 }

@@ -14,7 +14,7 @@ namespace {
 
 bool contains(std::string_view text, std::string_view word) {
     const auto same = [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); };
-    return !std::ranges::search(text, word, same).empty();
+    return std::search(text.begin(), text.end(), word.begin(), word.end(), same) != text.end();
 }
 
 std::string joined(const std::vector<std::string>& words) {

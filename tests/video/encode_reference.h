@@ -80,12 +80,12 @@ inline Colour pixelOf(const Picture& p, int x, int y) {
 }
 
 inline void encode(const Encoder& e, const Picture& src, Picture& want, MoxiSize size) {
-    const auto [width, height] = size;
+    const int width = size.width, height = size.height;
     if (e.row) {
         for (int y = 0; y < height; ++y) e.row(src, want, y);
         return;
     }
-    const auto [cw, ch] = want.side().cell;
+    const int cw = want.side().cell.width, ch = want.side().cell.height;
     const int limit = e.limit(width), whole = width - width % cw;
     const auto cellAt = [&](const CellRule& rule, int x, int row, int columns) {
         Colour pixels[4] = {};
