@@ -338,7 +338,6 @@ struct FilteredToBgr {
 
 template <class Src>
 constexpr auto doublesChromaRows = converts<DoubleChromaRows<Src>, planesFirst, AtLeast{2, 8}>;
-constexpr Order sizeTwice = {{Test::pointers, Test::anySize, Test::planes, Test::size}};
 
 template <>
 constexpr auto entry<moxiYCbCr420ToYCbCr422_Filter_8u_P3R> = doublesChromaRows<PlanarIn<S420>>;

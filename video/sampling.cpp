@@ -183,7 +183,6 @@ template <class Kernel>
 constexpr int leastHeight = Kernel::cellWidth == 4 && Kernel::cellHeight == 1 ? anyHeight : Kernel::cellHeight;
 template <class Src, class Dst, int height = leastHeight<Move<Src, Dst>>>
 constexpr auto moves = converts<Move<Src, Dst>, planesFirst, AtLeast{Move<Src, Dst>::cellWidth, height}>;
-constexpr Order sizeTwice = {{Test::pointers, Test::anySize, Test::planes, Test::size}};
 constexpr Order stepsToo = {{Test::pointers, Test::stepArrays, Test::planes, Test::size}};
 
 // clang-format off

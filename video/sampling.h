@@ -143,4 +143,9 @@ struct Down {
     MOX_INLINE static U8 mean(U8 a, U8 b) { return avgDown(a, b); }
 };
 
+// ---- entries --------------------------------------------------------------------------------------------------------
+
+/// Plane pointers are tested behind a size below 1 x 1, and before one below the smallest.
+inline constexpr Order sizeTwice = {{Test::pointers, Test::anySize, Test::planes, Test::size}};
+
 }  // namespace q4
